@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace qor {
+
+// Access to the program's settings file and the path helpers every window
+// uses.
+class Common
+{
+public:
+    explicit Common(std::string iniPath = {}) : m_iniPath(std::move(iniPath)) {}
+
+    const std::string &IniPath() const { return m_iniPath; }
+    void SetIniPath(std::string iniPath) { m_iniPath = std::move(iniPath); }
+
+    // The value of `key` in `section`. A missing or empty value is replaced in
+    // the file by `defaultValue`, which is returned; if the file cannot be
+    // written the default is returned all the same, without a message.
+    std::string GetIniString(std::string_view section, std::string_view key,
+                             std::string_view defaultValue) const;
+
+    // Writes a value (at most 256 characters of it); 1 when written, 0 when
+    // the file could not be written.
+    std::int16_t WriteIniString(std::string_view section, std::string_view key,
+                                std::string_view value) const;
+
+    // The value of `key` in `section` of any profile file; "" when missing.
+    static std::string GetProfileValue(std::string_view section, std::string_view key,
+                                       const std::string &file);
+
+private:
+    std::string m_iniPath;
+};
+
+// `path` up to and including its last separator ("\" or "/"); "" when it has
+// none.
+std::string DirOfPath(std::string_view path);
+
+// What follows the last separator of `path`; "" when it has none.
+std::string FileOfPath(std::string_view path);
+
+// The separator this system uses in paths: "\" on Windows, "/" elsewhere.
+char PathSeparator();
+
+} // namespace qor

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "message_service.h"
+#include "workspace.h"
+
+#include <string>
+
+namespace qor {
+
+// Runs the start-up steps that open no window: paths, settings (each key
+// written back with its default when missing or empty), the catalogue's
+// presence and version, the catalogue itself, the table sized from
+// "Magazine Max", the name tables, and a cleared table. Messages go through
+// `messages`. Returns 0 when the program can go on to open its windows, and
+// the process exit status otherwise (the catalogue is missing or broken).
+int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &messages);
+
+// The message shown when the catalogue file is missing.
+std::string CatalogueMissingText(const std::string &msgPath);
+
+// The message shown when the catalogue's version is not the program's.
+std::string OldCatalogueText(const std::string &msgPath);
+
+} // namespace qor

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "common.h"
+#include "message_catalogue.h"
+#include "tool_table.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace qor {
+
+inline constexpr const char *ProgramVersion = "1.70";
+inline constexpr const char *DefaultToolListPath = "C:\\HOLBENMILL\\Atc.ttl";
+
+// What start-up reads from the settings file, and the paths it derives.
+struct StartupGlobals
+{
+    std::string AppDir; // ends in the path separator
+    std::string IniPath;
+    std::string MsgPath;
+    std::string WorkDir;
+    bool StartFlag = false;
+    std::int16_t ColumnHeaderFontSize = 8;
+    std::int16_t TextBoxFontSize = 11;
+    std::int16_t ListViewFontSize = 9;
+    std::int16_t ButtonFontSize = 11;
+    bool ButtonFontBold = true;
+    std::int16_t SupportPenMax = 16;
+    std::int16_t MagazineMax = 100;
+};
+
+// Everything the program holds for the whole run: one per process, made by
+// `Main`, and a fresh one in every test.
+struct Workspace
+{
+    StartupGlobals Globals;
+    Common Settings;
+    MessageCatalogue Catalogue;
+    ToolTable Table;
+    std::array<std::string, 2> ArborFlagCaptions; // arbor section flag off / on
+
+    // Redraw guards: while any of the first three is set nothing is drawn.
+    bool DrawSuppressed = false;
+    bool EditorBusy = false;
+    bool DrawHold = false;
+    bool ArborOnlyMode = false; // the list window draws the file-level arbor alone
+    bool ArborEdit = false;     // the editor edits the file-level arbor
+
+    bool ExtendedKinds = false;      // kinds 8 and 9 may be opened
+    bool TenthKindOffered = false;   // the editor's kind list offers "T-T"
+    bool QuietDefaultRead = false;   // no message when the default file is missing
+    bool NoQuestionAfterSave = false;
+
+    // Shorthand for Catalogue.GetText.
+    std::string Text(std::string_view section, std::string_view key) const
+    {
+        return Catalogue.GetText(section, key);
+    }
+};
+
+} // namespace qor

@@ -1,0 +1,57 @@
+#include "temp_dir.h"
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+namespace qor::test {
+
+namespace fs = std::filesystem;
+
+TempDir::TempDir()
+{
+    static std::atomic<unsigned> counter{0};
+    std::random_device random;
+    fs::path folder = fs::temp_directory_path() /
+                      ("qortool-test-" + std::to_string(random()) + "-" + std::to_string(counter++));
+    fs::create_directories(folder);
+    m_path = folder.string() + static_cast<char>(fs::path::preferred_separator);
+}
+
+TempDir::~TempDir()
+{
+    std::error_code ec;
+    // Tests may leave read-only folders behind; open them up before removing.
+    for (auto &entry : fs::recursive_directory_iterator(m_path, ec)) {
+        fs::permissions(entry.path(), fs::perms::owner_all, fs::perm_options::add, ec);
+    }
+    fs::permissions(m_path, fs::perms::owner_all, fs::perm_options::add, ec);
+    fs::remove_all(m_path, ec);
+}
+
+void TempDir::write(std::string_view name, std::string_view bytes) const
+{
+    std::ofstream out(file(name), std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string TempDir::read(std::string_view name) const
+{
+    std::ifstream in(file(name), std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
+}
+
+std::string SourceFile(std::string_view relativePath)
+{
+    std::ifstream in(std::string(QOR_SOURCE_DIR) + "/" + std::string(relativePath),
+                     std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
+}
+
+} // namespace qor::test
