@@ -3,6 +3,7 @@
 #include "result.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,9 +26,11 @@ public:
 
     // Loads the catalogue file, replacing what was loaded before. Fails when
     // the file cannot be read, has no lines, puts a numbered entry outside a
-    // known section, or numbers an entry at or beyond the file's line count;
-    // the error names the file and the line. UTF-8 (with or without BOM) and
-    // Windows-1252 files are decoded to UTF-8.
+    // known section, or numbers an entry at or beyond the file's line count
+    // (or outside the 16-bit range); the error names the file and the line.
+    // On failure the catalogue keeps what it held before. UTF-8 (with or
+    // without BOM) and Windows-1252 files are decoded to UTF-8. Lines past
+    // the first MaxLines are ignored.
     Status Load(const std::string &path);
 
     // Loads from bytes already in memory; `name` is used in error messages.
@@ -36,18 +39,31 @@ public:
     // The text of `key` in `section`, or "" when there is none.
     std::string GetText(std::string_view section, std::string_view key) const;
 
+    // True when no entry holds a text (nothing loaded, or a file without
+    // numbered entries).
     bool empty() const;
 
 private:
+    // A piece of m_text: texts are never copied out of the decoded file.
+    struct Span
+    {
+        std::size_t begin = 0;
+        std::size_t size = 0;
+    };
+
     struct Entry
     {
-        std::string Text;
+        Span Text;
         std::string SubIndex; // "s:i," items: sub-key s is pool text i
     };
 
-    // Index = section number - 1 (the pool, number 7, is kept apart).
+    std::string View(Span span) const { return m_text.substr(span.begin, span.size); }
+
+    // Index = section number - 1 (the pool, number 7, is kept apart). Each
+    // table ends at the highest entry defined in it.
     std::array<std::vector<Entry>, 8> m_sections;
-    std::vector<std::string> m_pool;
+    std::vector<Span> m_pool;
+    std::string m_text; // the decoded file
 };
 
 // Maps a section name (any case, blanks around it ignored) to its number;

@@ -29,7 +29,13 @@ public:
     // Buffered; a failure is remembered and reported by Commit.
     void Write(std::string_view bytes);
 
-    // Flushes, syncs and moves the temporary file over the target.
+    // Flushes the temporary file, syncs it to the disk and closes it, so that
+    // every write error (a full disk too) is known before the target is
+    // touched. On failure the temporary file is removed. Optional: Commit
+    // finishes first when needed.
+    Status Finish();
+
+    // Finishes, then moves the temporary file over the target.
     Status Commit();
 
     // Drops the temporary file; the target is untouched.
@@ -40,11 +46,16 @@ private:
     std::string m_temporary;
     std::FILE *m_file = nullptr;
     bool m_failed = false;
+    bool m_finished = false;
     int m_errno = 0;
 };
 
 // Replaces the file at `path` with `content` as AtomicFileWriter does.
 Status WriteFileAtomically(const std::string &path, std::string_view content);
+
+// Copies the file `from` to `to`, which must not exist yet, and syncs the copy
+// to the disk. On failure nothing is left at `to`.
+Status CopyToNewFile(const std::string &from, const std::string &to);
 
 // Reads a whole file. Fails when it does not exist or cannot be read.
 Result<std::string> ReadWholeFile(const std::string &path);

@@ -1,5 +1,6 @@
 #include "numeric_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -168,44 +169,122 @@ std::optional<std::int16_t> ToInt16(std::string_view text)
     return RoundToInt16(*value);
 }
 
-std::string SingleToText(float value)
+namespace {
+
+constexpr double PowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4,  1e5,  1e6,
+                                  1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
+
+// Lays out significant digits (no leading zero, no trailing zero) whose first
+// digit has the decimal exponent `exponent`, in plain decimal notation.
+char *LayOutDigits(char *out, const char *digits, int count, int exponent)
 {
-    if (value == 0.0f || !std::isfinite(value)) {
-        return "0";
+    if (exponent < 0) {
+        *out++ = '0';
+        *out++ = '.';
+        for (int i = -exponent - 1; i > 0; --i) {
+            *out++ = '0';
+        }
+        return std::copy(digits, digits + count, out);
     }
-    // Seven significant digits in scientific form give the digits and the
-    // exponent; they are then laid out in plain decimal notation.
+    if (exponent + 1 >= count) {
+        out = std::copy(digits, digits + count, out);
+        for (int i = exponent + 1 - count; i > 0; --i) {
+            *out++ = '0';
+        }
+        return out;
+    }
+    out = std::copy(digits, digits + exponent + 1, out);
+    *out++ = '.';
+    return std::copy(digits + exponent + 1, digits + count, out);
+}
+
+// The general way, for any magnitude: to_chars rounds the exact value to seven
+// significant digits in scientific form.
+char *WriteSingleTextSlowly(char *out, double magnitude)
+{
     char buffer[32];
-    auto result = std::to_chars(buffer, buffer + sizeof buffer, static_cast<double>(value),
+    auto result = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
                                 std::chars_format::scientific, 6);
-    std::string_view sci(buffer, static_cast<std::size_t>(result.ptr - buffer));
-    bool negative = sci.front() == '-';
-    if (negative) {
-        sci.remove_prefix(1);
-    }
-    auto e = sci.find('e');
+    const char *e = std::find(buffer, result.ptr, 'e');
     int exponent = 0;
-    std::from_chars(sci.data() + e + 1 + (sci[e + 1] == '+' ? 1 : 0), sci.data() + sci.size(),
-                    exponent);
-    std::string digits;
-    for (char c : sci.substr(0, e)) {
-        if (c != '.') {
-            digits += c;
+    const char *exponentText = e + 1;
+    if (*exponentText == '+') {
+        ++exponentText;
+    }
+    std::from_chars(exponentText, result.ptr, exponent);
+    char digits[8];
+    int count = 0;
+    for (const char *c = buffer; c != e; ++c) {
+        if (*c != '.') {
+            digits[count++] = *c;
         }
     }
-    while (digits.size() > 1 && digits.back() == '0') {
-        digits.pop_back();
+    while (count > 1 && digits[count - 1] == '0') {
+        --count;
     }
+    return LayOutDigits(out, digits, count, exponent);
+}
+
+// Writes the text of a single into `out` (room for 64 characters), returns
+// the end.
+char *WriteSingleText(char *out, float value)
+{
+    if (value == 0.0f || !std::isfinite(value)) {
+        *out++ = '0';
+        return out;
+    }
+    if (value < 0) {
+        *out++ = '-';
+    }
+    double magnitude = std::fabs(static_cast<double>(value));
+
+    // Fast way for 1e-6 <= |value| < 1e7: a single times 10^d (d <= 12) is
+    // exact in a double, so rounding that product half to even to an integer
+    // of seven digits gives exactly the digits to_chars would.
+    int places = 6 - static_cast<int>(std::floor(std::ilogb(magnitude) * 0.30102999566398120));
+    for (int attempt = 0; attempt < 3 && places >= 0 && places <= 12; ++attempt) {
+        double scaled = magnitude * PowersOfTen[places];
+        if (scaled >= 1e7) {
+            --places;
+            continue;
+        }
+        if (scaled < 1e6) {
+            ++places;
+            continue;
+        }
+        auto integer = static_cast<std::uint32_t>(std::nearbyint(scaled));
+        if (integer >= 10000000u) {
+            integer = 1000000u;
+            --places;
+        }
+        char digits[7];
+        for (int i = 6; i >= 0; --i) {
+            digits[i] = static_cast<char>('0' + integer % 10);
+            integer /= 10;
+        }
+        int count = 7;
+        while (count > 1 && digits[count - 1] == '0') {
+            --count;
+        }
+        return LayOutDigits(out, digits, count, 6 - places);
+    }
+    return WriteSingleTextSlowly(out, magnitude);
+}
+
+} // namespace
+
+void AppendSingleText(std::string &out, float value)
+{
+    char buffer[64];
+    char *end = WriteSingleText(buffer, value);
+    out.append(buffer, end);
+}
+
+std::string SingleToText(float value)
+{
     std::string text;
-    if (exponent < 0) {
-        text = "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
-    } else if (static_cast<std::size_t>(exponent) + 1 >= digits.size()) {
-        text = digits + std::string(static_cast<std::size_t>(exponent) + 1 - digits.size(), '0');
-    } else {
-        auto split = static_cast<std::size_t>(exponent) + 1;
-        text = digits.substr(0, split) + "." + digits.substr(split);
-    }
-    return negative ? "-" + text : text;
+    AppendSingleText(text, value);
+    return text;
 }
 
 std::string FormatPicture(double value, std::string_view picture)

@@ -38,6 +38,10 @@ std::optional<std::int16_t> RoundToInt16(double value);
 // 1/3 gives "0.3333333", -0 gives "0".
 std::string SingleToText(float value);
 
+// Appends the text SingleToText gives, without allocating beyond `out`'s own
+// growth; for writers that format many numbers.
+void AppendSingleText(std::string &out, float value);
+
 // Formats a value with a picture made of "#", "0" and at most one ".":
 // "0" is a digit always shown, "#" a digit shown only when significant.
 // "####" (no digit for zero), "#00", "##0.0", "##0.00", "##0.0##". Rounds half

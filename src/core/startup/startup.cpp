@@ -57,7 +57,8 @@ std::string OldCatalogueText(const std::string &msgPath)
            msgPath + "\"";
 }
 
-int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &messages)
+int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &messages,
+               const StartupOverrides &overrides)
 {
     StartupGlobals &g = workspace.Globals;
 
@@ -85,7 +86,7 @@ int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &
         g.SupportPenMax = *penMax;
     }
 
-    g.MsgPath = g.AppDir + "QORTool.msg";
+    g.MsgPath = overrides.catalogue.value_or(g.AppDir + "QORTool.msg");
     if (!FileExists(g.MsgPath)) {
         messages.Show(CatalogueMissingText(g.MsgPath), MessageIcon::Critical, MessageButtons::Ok);
         return ExitCatalogueMissing;
@@ -100,6 +101,9 @@ int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &
     }
 
     g.MagazineMax = ReadMagazineMax(settings, messages);
+    if (overrides.magazineMax && *overrides.magazineMax >= 1) {
+        g.MagazineMax = *overrides.magazineMax;
+    }
     SizeToolTable(workspace.Table, g.MagazineMax);
 
     workspace.DrawSuppressed = false;

@@ -3,9 +3,19 @@
 #include "message_service.h"
 #include "workspace.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace qor {
+
+// What a caller may put in place of the files beside the executable (the
+// command line's --catalogue and --magazine-max).
+struct StartupOverrides
+{
+    std::optional<std::string> catalogue;
+    std::optional<std::int16_t> magazineMax;
+};
 
 // Runs the start-up steps that open no window: paths, settings (each key
 // written back with its default when missing or empty), the catalogue's
@@ -13,7 +23,8 @@ namespace qor {
 // "Magazine Max", the name tables, and a cleared table. Messages go through
 // `messages`. Returns 0 when the program can go on to open its windows, and
 // the process exit status otherwise (the catalogue is missing or broken).
-int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &messages);
+int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &messages,
+               const StartupOverrides &overrides = {});
 
 // The message shown when the catalogue file is missing.
 std::string CatalogueMissingText(const std::string &msgPath);
