@@ -13,13 +13,15 @@
 namespace qor {
 namespace {
 
+// Entry numbers must stay below the file's line count, hence the padding.
 const std::string SmallCatalogue = "[Config]\r\n"
                                    "Version=1.70\r\n"
                                    "[String]\r\n"
                                    "Str0=----\r\nStr1=CUT\r\nStr2=BAL\r\nStr3=TAP\r\nStr4=FLA\r\n"
                                    "Str5=BUL\r\nStr6=VER\r\nStr7=KEG\r\nStr8=OVA\r\nStr9=RAD\r\n"
                                    "Str10=\"\"\r\nStr11=ARBOR\r\nStr12=ARBOR2\r\nStr13=ARBOR3\r\n"
-                                   "Str15=T-T\r\nStr20=Straight\r\nStr21=Taper\r\n";
+                                   "Str15=T-T\r\nStr20=Straight\r\nStr21=Taper\r\n" +
+                                   std::string(10, '\n');
 
 struct Started
 {

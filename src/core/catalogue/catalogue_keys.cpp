@@ -7,9 +7,9 @@ namespace {
 class KeyList
 {
 public:
-    KeyList(std::string_view section, std::string_view prefix) : m_section(section), m_prefix(prefix)
-    {
-    }
+    KeyList(std::string_view section, std::string_view prefix)
+        : m_section(section), m_prefix(prefix)
+    {}
 
     KeyList &Range(int first, int last)
     {

@@ -12,7 +12,10 @@ namespace qor {
 
 namespace {
 
-char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+char Upper(char c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 // `upper` is upper-case ASCII; the text may be in any case.
 bool EqualsUpper(std::string_view text, std::string_view upper)
@@ -41,6 +44,40 @@ bool ContainsUpper(std::string_view text, std::string_view upper)
         }
     }
     return false;
+}
+
+// Plain digits are by far the most common number text; they skip the general
+// numeric parser, which gives the same result for them.
+std::optional<std::int16_t> PlainDigits(std::string_view text)
+{
+    if (text.empty() || text.size() > 5) {
+        return std::nullopt;
+    }
+    int value = 0;
+    for (char c : text) {
+        if (c < '0' || c > '9') {
+            return std::nullopt;
+        }
+        value = value * 10 + (c - '0');
+    }
+    if (value > 32767) {
+        return std::nullopt;
+    }
+    return static_cast<std::int16_t>(value);
+}
+
+bool Numeric(std::string_view text)
+{
+    return PlainDigits(text) || IsNumeric(text);
+}
+
+// The 16-bit value of a numeric text, empty when out of range.
+std::optional<std::int16_t> Number(std::string_view text)
+{
+    if (auto plain = PlainDigits(text)) {
+        return plain;
+    }
+    return ToInt16(text);
 }
 
 // The value as the texts are written: a "##" comment cut off (quotes do not
@@ -82,8 +119,7 @@ std::size_t EndOfFirstLines(std::string_view text, int maxLines)
 
 // Calls `lineFound(line)` for each line; a terminator at the very end does not
 // start another line. Stops early when `lineFound` returns false.
-template <typename F>
-void ForEachLine(std::string_view text, F lineFound)
+template <typename F> void ForEachLine(std::string_view text, F lineFound)
 {
     std::size_t begin = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -138,9 +174,12 @@ int SectionNumber(std::string_view name)
         int number;
     };
     static constexpr Known known[] = {
-        {"FRMLIST", MessageCatalogue::FrmList},   {"FRMFSET", MessageCatalogue::FrmFSet},
-        {"FRMEDITOR", MessageCatalogue::FrmEditor}, {"FRMINFO", MessageCatalogue::FrmInfo},
-        {"MSG", MessageCatalogue::Msg},           {"STRING", MessageCatalogue::String},
+        {"FRMLIST", MessageCatalogue::FrmList},
+        {"FRMFSET", MessageCatalogue::FrmFSet},
+        {"FRMEDITOR", MessageCatalogue::FrmEditor},
+        {"FRMINFO", MessageCatalogue::FrmInfo},
+        {"MSG", MessageCatalogue::Msg},
+        {"STRING", MessageCatalogue::String},
         {"FRMLIMIT", MessageCatalogue::FrmLimit},
     };
     name = TrimSpaces(name);
@@ -168,9 +207,13 @@ Status MessageCatalogue::LoadFromBytes(std::string_view bytes, const std::string
     const std::string_view text = loaded.m_text;
 
     int lineCount = 0;
-    ForEachLine(text, [&](std::string_view) { return ++lineCount < MaxLines; });
+    ForEachLine(text, [&](std::string_view) {
+        ++lineCount;
+        return true;
+    });
     if (lineCount == 0) {
-        return Error(Quoted(name) + ": the file is empty, so it holds none of the program's texts.");
+        return Error(Quoted(name) +
+                     ": the file is empty, so it holds none of the program's texts.");
     }
 
     int section = 0;
@@ -204,11 +247,11 @@ Status MessageCatalogue::LoadFromBytes(std::string_view bytes, const std::string
         if (dash != std::string_view::npos) {
             subNumber = number.substr(dash + 1);
             number = number.substr(0, dash);
-            if (!IsNumeric(subNumber)) {
+            if (!Numeric(subNumber)) {
                 return true;
             }
         }
-        if (!IsNumeric(number)) {
+        if (!Numeric(number)) {
             return true;
         }
 
@@ -219,7 +262,7 @@ Status MessageCatalogue::LoadFromBytes(std::string_view bytes, const std::string
                                     "such as [frmList].");
             return false;
         }
-        std::optional<std::int16_t> n = ToInt16(number);
+        std::optional<std::int16_t> n = Number(number);
         if (!n || *n < 0 || *n >= lineCount) {
             failure = LineError(name, lineNumber, line,
                                 "the entry " + Quoted(key) + " has a number outside 0 to " +
@@ -230,7 +273,7 @@ Status MessageCatalogue::LoadFromBytes(std::string_view bytes, const std::string
         }
         std::optional<std::int16_t> s;
         if (dash != std::string_view::npos) {
-            s = ToInt16(subNumber);
+            s = Number(subNumber);
             if (!s) {
                 failure = LineError(name, lineNumber, line,
                                     "the entry " + Quoted(key) +
@@ -294,17 +337,17 @@ std::string MessageCatalogue::GetText(std::string_view section, std::string_view
     } else {
         return {};
     }
-    std::optional<std::int16_t> n = ToInt16(rest);
+    std::optional<std::int16_t> n = Number(rest);
     const std::vector<Entry> &table = m_sections[static_cast<std::size_t>(number - 1)];
     if (!n || *n < 0 || static_cast<std::size_t>(*n) >= table.size()) {
         return {};
     }
     const Entry &entry = table[static_cast<std::size_t>(*n)];
 
-    if (isStr || !IsNumeric(subKey)) {
+    if (isStr || !Numeric(subKey)) {
         return View(entry.Text);
     }
-    if (auto s = ToInt16(subKey); s && *s == 1) {
+    if (auto s = Number(subKey); s && *s == 1) {
         return View(entry.Text);
     }
 
@@ -321,10 +364,8 @@ std::string MessageCatalogue::GetText(std::string_view section, std::string_view
         std::string_view poolIndex = index.substr(colon + 1);
         poolIndex = poolIndex.substr(0, poolIndex.find(','));
         std::size_t i = 0;
-        auto [end, ec] =
-            std::from_chars(poolIndex.data(), poolIndex.data() + poolIndex.size(), i);
-        if (ec != std::errc() || end != poolIndex.data() + poolIndex.size() ||
-            i >= m_pool.size()) {
+        auto [end, ec] = std::from_chars(poolIndex.data(), poolIndex.data() + poolIndex.size(), i);
+        if (ec != std::errc() || end != poolIndex.data() + poolIndex.size() || i >= m_pool.size()) {
             return {};
         }
         return View(m_pool[i]);

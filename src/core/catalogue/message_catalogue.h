@@ -19,15 +19,24 @@ class MessageCatalogue
 public:
     // Numbers of the sections inside the catalogue. 7 is the pool of sub-key
     // texts and has no name.
-    enum Section { FrmList = 1, FrmFSet = 2, FrmEditor = 3, FrmInfo = 4, Msg = 5, String = 6,
-                   FrmLimit = 8 };
+    enum Section
+    {
+        FrmList = 1,
+        FrmFSet = 2,
+        FrmEditor = 3,
+        FrmInfo = 4,
+        Msg = 5,
+        String = 6,
+        FrmLimit = 8
+    };
 
     static constexpr int MaxLines = 10001;
 
     // Loads the catalogue file, replacing what was loaded before. Fails when
     // the file cannot be read, has no lines, puts a numbered entry outside a
-    // known section, or numbers an entry at or beyond the file's line count
-    // (or outside the 16-bit range); the error names the file and the line.
+    // known section, numbers an entry at or beyond the file's line count, or
+    // gives a number outside the 16-bit range; the error names the file and
+    // the line.
     // On failure the catalogue keeps what it held before. UTF-8 (with or
     // without BOM) and Windows-1252 files are decoded to UTF-8. Lines past
     // the first MaxLines are ignored.

@@ -11,6 +11,7 @@
 #include <process.h>
 #define QOR_GETPID _getpid
 #else
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #define QOR_GETPID getpid
@@ -44,6 +45,38 @@ bool SyncToDisk(std::FILE *file)
 #endif
 }
 
+// Makes a rename or a new name in the folder survive a power cut. Where the
+// system cannot do that for folders, the rename is as durable as it gets.
+void SyncFolder([[maybe_unused]] const fs::path &file)
+{
+#ifndef _WIN32
+    fs::path folder = file.parent_path();
+    int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
+    if (descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+#endif
+}
+
+// The temporary file's name: hidden, unique, and short enough that a target
+// whose name is at the system's length limit can still be written.
+std::string TemporaryName(const fs::path &target, unsigned number)
+{
+    std::string base = target.filename().string();
+    if (base.size() > 64) {
+        base.resize(64);
+    }
+    std::string name(1, '.');
+    name.append(base)
+        .append(1, '.')
+        .append(std::to_string(QOR_GETPID()))
+        .append(1, '.')
+        .append(std::to_string(number))
+        .append(".tmp");
+    return name;
+}
+
 } // namespace
 
 AtomicFileWriter::AtomicFileWriter(AtomicFileWriter &&other) noexcept
@@ -59,6 +92,7 @@ AtomicFileWriter &AtomicFileWriter::operator=(AtomicFileWriter &&other) noexcept
         m_temporary = std::move(other.m_temporary);
         m_file = other.m_file;
         m_failed = other.m_failed;
+        m_finished = other.m_finished;
         m_errno = other.m_errno;
         other.m_file = nullptr;
         other.m_temporary.clear();
@@ -73,6 +107,7 @@ Status AtomicFileWriter::Open(const std::string &path)
     Abandon();
     m_target = path;
     m_failed = false;
+    m_finished = false;
     m_errno = 0;
     std::error_code ec;
     fs::path target(path);
@@ -82,13 +117,7 @@ Status AtomicFileWriter::Open(const std::string &path)
     static std::atomic<unsigned> counter{0};
     fs::path folder = target.parent_path();
     for (int attempt = 0; attempt < 100; ++attempt) {
-        std::string name(1, '.');
-        name.append(target.filename().string())
-            .append(1, '.')
-            .append(std::to_string(QOR_GETPID()))
-            .append(1, '.')
-            .append(std::to_string(counter++))
-            .append(".tmp");
+        std::string name = TemporaryName(target, counter++);
         fs::path candidate = folder.empty() ? fs::path(name) : folder / name;
         errno = 0;
         m_file = std::fopen(candidate.string().c_str(), "wbx");
@@ -97,7 +126,12 @@ Status AtomicFileWriter::Open(const std::string &path)
             break;
         }
         if (errno != EEXIST) {
-            return FileError("Cannot write", path, errno);
+            int error = errno;
+            if (!folder.empty() && !fs::is_directory(folder, ec)) {
+                return Error{"Cannot write \"" + path + "\": the folder \"" + folder.string() +
+                             "\" does not exist."};
+            }
+            return FileError("Cannot write", path, error);
         }
     }
     if (!m_file) {
@@ -116,7 +150,7 @@ Status AtomicFileWriter::Open(const std::string &path)
 
 void AtomicFileWriter::Write(std::string_view bytes)
 {
-    if (!m_file || m_failed || bytes.empty()) {
+    if (!m_file || m_failed || m_finished || bytes.empty()) {
         return;
     }
     if (std::fwrite(bytes.data(), 1, bytes.size(), m_file) != bytes.size()) {
@@ -125,8 +159,11 @@ void AtomicFileWriter::Write(std::string_view bytes)
     }
 }
 
-Status AtomicFileWriter::Commit()
+Status AtomicFileWriter::Finish()
 {
+    if (m_finished) {
+        return Success();
+    }
     if (!m_file) {
         return Error{"Cannot write \"" + m_target + "\": the file was not opened."};
     }
@@ -148,6 +185,15 @@ Status AtomicFileWriter::Commit()
         Abandon();
         return FileError("Cannot write", m_target, error);
     }
+    m_finished = true;
+    return Success();
+}
+
+Status AtomicFileWriter::Commit()
+{
+    if (auto finished = Finish(); !finished) {
+        return finished;
+    }
     std::error_code ec;
     fs::rename(m_temporary, m_target, ec);
     if (ec) {
@@ -155,11 +201,14 @@ Status AtomicFileWriter::Commit()
         return Error{"Cannot replace \"" + m_target + "\": " + ec.message() + "."};
     }
     m_temporary.clear();
+    m_finished = false;
+    SyncFolder(fs::path(m_target));
     return Success();
 }
 
 void AtomicFileWriter::Abandon()
 {
+    m_finished = false;
     if (m_file) {
         std::fclose(m_file);
         m_file = nullptr;
@@ -179,6 +228,44 @@ Status WriteFileAtomically(const std::string &path, std::string_view content)
     }
     writer.Write(content);
     return writer.Commit();
+}
+
+Status CopyToNewFile(const std::string &from, const std::string &to)
+{
+    std::FILE *source = std::fopen(from.c_str(), "rb");
+    if (!source) {
+        return FileError("Cannot read", from, errno);
+    }
+    std::FILE *copy = std::fopen(to.c_str(), "wbx");
+    if (!copy) {
+        int error = errno;
+        std::fclose(source);
+        return FileError("Cannot write", to, error);
+    }
+    int error = 0;
+    char buffer[1 << 16];
+    std::size_t got = 0;
+    while (error == 0 && (got = std::fread(buffer, 1, sizeof buffer, source)) > 0) {
+        if (std::fwrite(buffer, 1, got, copy) != got) {
+            error = errno ? errno : EIO;
+        }
+    }
+    if (error == 0 && std::ferror(source)) {
+        error = errno ? errno : EIO;
+    }
+    if (error == 0 && (std::fflush(copy) != 0 || !SyncToDisk(copy))) {
+        error = errno ? errno : EIO;
+    }
+    std::fclose(source);
+    if (std::fclose(copy) != 0 && error == 0) {
+        error = errno ? errno : EIO;
+    }
+    if (error != 0) {
+        std::error_code ec;
+        fs::remove(to, ec);
+        return FileError("Cannot copy to", to, error);
+    }
+    return Success();
 }
 
 Result<std::string> ReadWholeFile(const std::string &path)

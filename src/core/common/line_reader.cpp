@@ -1,12 +1,21 @@
 #include "line_reader.h"
 
 #include <cstring>
+#include <limits>
 
 namespace qor {
 
 LineReader::LineReader(std::FILE *file, std::size_t maxLineLength)
     : m_file(file), m_maxLineLength(maxLineLength), m_buffer(1 << 16)
 {
+}
+
+void LineReader::CountLine()
+{
+    // A file of billions of empty lines must not overflow the count.
+    if (m_lineNumber < std::numeric_limits<int>::max()) {
+        ++m_lineNumber;
+    }
 }
 
 bool LineReader::Fill()
@@ -39,7 +48,7 @@ LineReader::Status LineReader::Next(std::string &line)
             if (!sawAnything) {
                 return Status::End;
             }
-            ++m_lineNumber;
+            CountLine();
             return tooLong ? Status::TooLong : Status::Line;
         }
         if (m_skipLineFeed) {
@@ -78,7 +87,7 @@ LineReader::Status LineReader::Next(std::string &line)
         if (*stop == '\r') {
             m_skipLineFeed = true;
         }
-        ++m_lineNumber;
+        CountLine();
         return tooLong ? Status::TooLong : Status::Line;
     }
 }

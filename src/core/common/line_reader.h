@@ -26,6 +26,7 @@ public:
 
 private:
     bool Fill();
+    void CountLine();
 
     std::FILE *m_file;
     std::size_t m_maxLineLength;

@@ -171,7 +171,7 @@ std::optional<std::int16_t> ToInt16(std::string_view text)
 
 namespace {
 
-constexpr double PowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4,  1e5,  1e6,
+constexpr double PowersOfTen[] = {1e0, 1e1, 1e2, 1e3,  1e4,  1e5, 1e6,
                                   1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
 
 // Lays out significant digits (no leading zero, no trailing zero) whose first
@@ -203,8 +203,8 @@ char *LayOutDigits(char *out, const char *digits, int count, int exponent)
 char *WriteSingleTextSlowly(char *out, double magnitude)
 {
     char buffer[32];
-    auto result = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
-                                std::chars_format::scientific, 6);
+    auto result =
+        std::to_chars(buffer, buffer + sizeof buffer, magnitude, std::chars_format::scientific, 6);
     const char *e = std::find(buffer, result.ptr, 'e');
     int exponent = 0;
     const char *exponentText = e + 1;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 // The small readers that the items of a tool list line are made of. Each
@@ -44,6 +45,6 @@ bool DropThrough(std::string_view &text, char separator);
 
 // The number at the front of `text` as far as the next "," or blank, cut to a
 // readable length, for messages.
-std::string_view NumberTextForMessage(std::string_view text);
+std::string NumberTextForMessage(std::string_view text);
 
 } // namespace qor

@@ -10,7 +10,12 @@ namespace qor {
 
 // Outcome of reading a tool list file; the values are the program's result
 // codes 0, 1 and 2.
-enum class ReadOutcome { Read = 0, NotFound = 1, FormatError = 2 };
+enum class ReadOutcome
+{
+    Read = 0,
+    NotFound = 1,
+    FormatError = 2
+};
 
 struct ReadResult
 {
@@ -19,14 +24,19 @@ struct ReadResult
     Error error;
 };
 
-// Reads a tool list file into the table. NotFound leaves the table as it
-// was; otherwise the table is cleared first, and on FormatError it keeps what
-// was read before the faulty item. `ForeignFile` is set unless the file
-// carries the "edited with QORTool" mark; `CurrentSlot` ends at
-// `InitialMagazine` - 1.
+// Reads a tool list file into the table. `ForeignFile` is set first, and
+// cleared again when the file carries the "edited with QORTool" mark.
+// NotFound (no such file, a folder, a path that cannot be probed, or a file
+// that cannot be opened; `error.message` says which) leaves the rest of the
+// table as it was. Otherwise the table is cleared first; on FormatError it
+// keeps what the items before the faulty one gave, and `error` holds the
+// sentence, the 1-based line and the line's text (cut for display). After
+// Read and FormatError `CurrentSlot` is `InitialMagazine` - 1; a file without
+// an "INI" line leaves `InitialMagazine` as it was.
 ReadResult ReadToolListFile(ToolTable &table, const std::string &path);
 
-// The same on an open file (used by the above, tests and fuzzing).
+// The same on an open file (used by the above, tests and fuzzing); never
+// NotFound.
 ReadResult ReadToolListStream(ToolTable &table, std::FILE *file);
 
 } // namespace qor

@@ -10,16 +10,22 @@ namespace qor {
 struct WriteOptions
 {
     std::string title;      // the file's title line text (catalogue "Str80")
-    std::string magIniText; // the initial magazine number as the user typed it
+    std::string magIniText; // the initial magazine number as typed; when empty or not a
+                            // 16-bit number, the table's InitialMagazine is written
 };
 
-// Saves the table as a tool list file. A foreign file is first kept as
-// "<name>_org<n>.TTL" (the next free n). The new content replaces the file
-// only when completely written; on failure the old file is untouched and the
-// error names the file and the reason. Repairs an unknown `LengthMode` to 0.
+// Saves the table as a tool list file. The new content is written to a
+// temporary file beside `path` and synced first; only then, when the table
+// came from a foreign file (`ForeignFile`, which stays set) and `path` exists,
+// the old file is copied to "<path less 4 characters>_org<n>.TTL" (the first
+// free n; a failed copy is ignored), and the temporary file replaces `path`.
+// On failure the old file is untouched, nothing of this attempt is left
+// behind, and the error names the file and the reason. Resets a `LengthMode`
+// outside 0..3 to 0 in the table.
 Status WriteToolListFile(ToolTable &table, const std::string &path, const WriteOptions &options);
 
-// The file's bytes as WriteToolListFile writes them (no backup, no file).
+// The bytes WriteToolListFile writes, as one string (no backup, no file);
+// repairs `LengthMode` the same way.
 std::string FormatToolList(ToolTable &table, const WriteOptions &options);
 
 } // namespace qor

@@ -1,0 +1,149 @@
+#include "tool_list_writer.h"
+
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
+
+namespace {
+
+using namespace qor;
+
+// Numbers of up to six significant digits that vary from tool to tool, so
+// that the text is as long as in a real file.
+float Value(int slot, int field)
+{
+    return static_cast<float>((slot * 7919 + field * 104729) % 1000000) / 1000.0f;
+}
+
+// Every position filled with every item a tool can carry.
+ToolTable FullTable()
+{
+    ToolTable table;
+    SizeToolTable(table, 32767);
+    table.KindNames = {"", "CUT", "BAL", "TAP", "FLA", "BUL", "VER", "KEG", "OVA", "RAD", "T-T"};
+    table.DefaultArborType = 1;
+    table.DefaultArbor.Dia = {40, 50};
+    table.DefaultArbor.Len = {20, 30};
+    for (int s = 0; s < table.MagazineMax; ++s) {
+        ToolSlot &tool = table.Slots[static_cast<std::size_t>(s)];
+        tool.ToolKind = static_cast<std::int16_t>(s % KindCount);
+        tool.ToolDia = Value(s, 1);
+        tool.CornerRad = Value(s, 2);
+        tool.Param3 = Value(s, 3);
+        tool.Param4 = Value(s, 4);
+        tool.Param5 = Value(s, 5);
+        tool.Param6 = Value(s, 6) + 1;
+        tool.Param7 = Value(s, 7) + 1;
+        tool.ToolLength = Value(s, 8);
+        tool.LengthMode = 3;
+        for (int i = 0; i < LengthValueCount; ++i) {
+            tool.Len[i] = Value(s, 10 + i);
+        }
+        tool.ArborMode = 3;
+        for (int i = 0; i < ArborSectionCount; ++i) {
+            tool.Arbor.Dia[i] = 10.0f + static_cast<float>(i) * 2.5f + Value(s, 20) / 1000.0f;
+            tool.Arbor.Len[i] = Value(s, 30 + i);
+            tool.Arbor.Flag[i] = static_cast<std::uint8_t>(i % 2);
+        }
+        tool.ShiftOn = 1;
+        tool.ShiftValue = Value(s, 40);
+        tool.PenNo = static_cast<std::int16_t>(1 + s % 16);
+        for (int letter = 0; letter < OptFeedLetterCount; ++letter) {
+            tool.OptFeedOn[letter] = 1;
+            for (int k = 0; k < OptFeedPointCount; ++k) {
+                tool.OptFeedPos[letter][k] = static_cast<float>(k) * 12.5f + Value(s, 50) / 1000.0f;
+            }
+            for (int k = 0; k < OptFeedValueCount; ++k) {
+                tool.OptFeedVal[letter][k] = Value(s, 60 + k);
+            }
+        }
+        tool.LimitFlags = 2 | LimitFourValues;
+        tool.LimitValues = {Value(s, 80), Value(s, 81), Value(s, 82), Value(s, 83)};
+        tool.ToolComment = "End mill no. " + std::to_string(s + 1);
+    }
+    return table;
+}
+
+std::size_t TableBytes(const ToolTable &table)
+{
+    std::size_t bytes = sizeof table + table.Slots.capacity() * sizeof(ToolSlot);
+    for (const ToolSlot &slot : table.Slots) {
+        if (slot.ToolComment.capacity() > std::string().capacity()) {
+            bytes += slot.ToolComment.capacity() + 1;
+        }
+    }
+    return bytes;
+}
+
+// The process's peak resident size so far, in bytes (0 where unknown).
+double PeakResidentBytes()
+{
+#ifndef _WIN32
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) * 1024.0;
+#else
+    return 0;
+#endif
+}
+
+ToolTable &Table()
+{
+    static ToolTable table = FullTable();
+    return table;
+}
+
+// Registered first, so that no in-memory copy of a whole file has raised the
+// peak before it is measured.
+void BM_WriteToolListFile(benchmark::State &state)
+{
+    ToolTable &table = Table();
+    std::string path =
+        (std::filesystem::temp_directory_path() / "qortool-writer-bench.ttl").string();
+    WriteOptions options{"Benchmark", "1"};
+    double peakBefore = PeakResidentBytes();
+
+    for (auto _ : state) {
+        if (Status saved = WriteToolListFile(table, path, options); !saved) {
+            state.SkipWithError(saved.error().message.c_str());
+            return;
+        }
+    }
+
+    double peakAfter = PeakResidentBytes();
+    auto fileSize = std::filesystem::file_size(path);
+    std::filesystem::remove(path);
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * fileSize));
+    double tableBytes = static_cast<double>(TableBytes(table));
+    state.counters["file_MB"] = static_cast<double>(fileSize) / 1e6;
+    state.counters["table_MB"] = tableBytes / 1e6;
+    state.counters["peak_MB"] = peakAfter / 1e6;
+    state.counters["peak_growth_MB"] = (peakAfter - peakBefore) / 1e6;
+    std::printf("table %.1f MB, file %.1f MB, process peak %.1f MB (%.2f x table), growth while "
+                "writing %.2f MB\n",
+                tableBytes / 1e6, static_cast<double>(fileSize) / 1e6, peakAfter / 1e6,
+                peakAfter / tableBytes, (peakAfter - peakBefore) / 1e6);
+}
+BENCHMARK(BM_WriteToolListFile)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// The formatting alone, without the disk.
+void BM_FormatToolList(benchmark::State &state)
+{
+    ToolTable &table = Table();
+    WriteOptions options{"Benchmark", "1"};
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        std::string text = FormatToolList(table, options);
+        bytes = text.size();
+        benchmark::DoNotOptimize(text.data());
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
+}
+BENCHMARK(BM_FormatToolList)->Unit(benchmark::kMillisecond);
+
+} // namespace

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "result.h"
+#include "startup.h"
+
+#include <optional>
+#include <span>
+#include <string>
+
+namespace qor::cli {
+
+// Exit status of a wrong command line (EX_USAGE of sysexits.h).
+inline constexpr int ExitUsage = 64;
+
+enum class CommandKind
+{
+    Help,
+    Check,
+    Dump,
+    Normalize,
+    CatalogueCheck
+};
+
+// A command line that makes sense: one command, its file and the options.
+struct Invocation
+{
+    CommandKind command = CommandKind::Help;
+    std::string file;
+    std::optional<std::string> output; // normalize -o
+    StartupOverrides overrides;        // --catalogue, --magazine-max
+
+    bool operator==(const Invocation &other) const
+    {
+        return command == other.command && file == other.file && output == other.output &&
+               overrides.catalogue == other.overrides.catalogue &&
+               overrides.magazineMax == other.overrides.magazineMax;
+    }
+};
+
+// Parses the arguments after the program name. Options may stand before or
+// after the file names; "--" ends the options. "-h" or "--help" anywhere
+// gives Help. Fails with a one-sentence description (no program name, no
+// hint) of the first thing that is wrong.
+Result<Invocation> ParseArguments(std::span<const std::string> args);
+
+// The single line printed for a wrong command line.
+std::string UsageErrorLine(const Error &error);
+
+// The text of --help.
+const char *HelpText();
+
+} // namespace qor::cli

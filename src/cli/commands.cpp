@@ -1,0 +1,190 @@
+#include "commands.h"
+
+#include "atomic_file.h"
+#include "catalogue_keys.h"
+#include "json_output.h"
+#include "message_catalogue.h"
+#include "startup.h"
+#include "tool_list_reader.h"
+#include "tool_list_writer.h"
+
+#include <filesystem>
+#include <ostream>
+
+namespace qor::cli {
+
+namespace {
+
+// Start-up messages become lines on the error stream; questions get their
+// first answer, since nobody is there to click.
+class ConsoleMessageService : public MessageService
+{
+public:
+    explicit ConsoleMessageService(std::ostream &err) : m_err(err) {}
+
+    MessageAnswer Show(const std::string &text, MessageIcon, MessageButtons buttons,
+                       const std::string &) override
+    {
+        std::string lines;
+        for (char c : text) {
+            if (c != '\r') {
+                lines += c;
+            }
+        }
+        m_err << "ttltool: " << lines << '\n';
+        return buttons == MessageButtons::YesNo ? MessageAnswer::Yes : MessageAnswer::Ok;
+    }
+
+private:
+    std::ostream &m_err;
+};
+
+// Reads the file into the workspace's table and reports a failure the way
+// compilers do, so that editors can jump to the line.
+int ReadTable(Workspace &workspace, const std::string &file, std::ostream &err)
+{
+    const ReadResult result = ReadToolListFile(workspace.Table, file);
+    switch (result.outcome) {
+    case ReadOutcome::Read:
+        return 0;
+    case ReadOutcome::NotFound:
+        err << file << ": no such file\n";
+        return ExitNotFound;
+    case ReadOutcome::FormatError:
+        break;
+    }
+    const Error &error = result.error;
+    err << file;
+    if (error.line > 0) {
+        err << ':' << error.line;
+    }
+    err << ": " << error.message << '\n';
+    if (error.line > 0) {
+        err << BytesToUtf8(error.lineText) << '\n';
+    }
+    return ExitFormatError;
+}
+
+int CountTools(const ToolTable &table)
+{
+    int count = 0;
+    for (const ToolSlot &slot : table.Slots) {
+        count += slot.HasTool() ? 1 : 0;
+    }
+    return count;
+}
+
+bool SameFile(const std::string &a, const std::string &b)
+{
+    std::error_code ec;
+    return a == b || std::filesystem::equivalent(a, b, ec);
+}
+
+// The name the writer gives the backup of a foreign file; only used to tell
+// the user where the original went.
+std::string NextBackupName(const std::string &path)
+{
+    const std::string base = path.size() > 4 ? path.substr(0, path.size() - 4) : std::string();
+    for (int n = 1;; ++n) {
+        std::string name = base + "_org" + std::to_string(n) + ".TTL";
+        std::error_code ec;
+        if (!std::filesystem::exists(name, ec)) {
+            return name;
+        }
+    }
+}
+
+int Normalize(Workspace &workspace, const Invocation &invocation, std::ostream &out,
+              std::ostream &err)
+{
+    ToolTable &table = workspace.Table;
+    const std::string target = invocation.output.value_or(invocation.file);
+    // The backup protects the file that was read; a different output file is
+    // simply replaced.
+    if (!SameFile(target, invocation.file)) {
+        table.ForeignFile = false;
+    }
+    const bool backup = table.ForeignFile && FileExists(target);
+    const std::string backupName = backup ? NextBackupName(target) : std::string();
+
+    const WriteOptions options{workspace.Text("String", "Str80"),
+                               std::to_string(table.InitialMagazine)};
+    if (Status written = WriteToolListFile(table, target, options); !written) {
+        err << written.error().message << '\n';
+        return ExitWriteFailed;
+    }
+    out << "wrote " << target << '\n';
+    if (backup && FileExists(backupName)) {
+        out << "kept the original as " << backupName << '\n';
+    }
+    return 0;
+}
+
+int CatalogueCheck(const std::string &file, std::ostream &out, std::ostream &err)
+{
+    MessageCatalogue catalogue;
+    if (Status loaded = catalogue.Load(file); !loaded) {
+        err << loaded.error().message << '\n';
+        return ExitCatalogueBroken;
+    }
+
+    const std::string version = Common::GetProfileValue("Config", "Version", file);
+    out << "Version: " << BytesToUtf8(version) << '\n';
+    if (version != ProgramVersion) {
+        err << file << ": version " << (version.empty() ? "missing" : BytesToUtf8(version))
+            << ", this program is " << ProgramVersion << '\n';
+    }
+
+    std::size_t missing = 0;
+    for (const CatalogueKey &key : CatalogueKeys()) {
+        if (catalogue.GetText(key.section, key.key).empty()) {
+            out << key.section << ' ' << key.key << '\n';
+            ++missing;
+        }
+    }
+    if (missing > 0) {
+        err << file << ": " << missing << " of " << CatalogueKeys().size() << " texts are empty\n";
+        return ExitKeysMissing;
+    }
+    return 0;
+}
+
+} // namespace
+
+int RunInvocation(const Invocation &invocation, const std::string &appDir, std::ostream &out,
+                  std::ostream &err)
+{
+    if (invocation.command == CommandKind::CatalogueCheck) {
+        return CatalogueCheck(invocation.file, out, err);
+    }
+    if (invocation.command == CommandKind::Help) {
+        out << HelpText();
+        return 0;
+    }
+
+    Workspace workspace;
+    ConsoleMessageService messages(err);
+    if (RunStartup(workspace, appDir, messages, invocation.overrides) != 0) {
+        return ExitStartupFailed;
+    }
+    if (int status = ReadTable(workspace, invocation.file, err); status != 0) {
+        return status;
+    }
+
+    const ToolTable &table = workspace.Table;
+    switch (invocation.command) {
+    case CommandKind::Check:
+        out << invocation.file << ": read, " << CountTools(table) << " of " << table.MagazineMax
+            << " positions hold a tool\n";
+        return 0;
+    case CommandKind::Dump:
+        out << TableToJson(table, invocation.file);
+        return 0;
+    case CommandKind::Normalize:
+        return Normalize(workspace, invocation, out, err);
+    default:
+        return 0;
+    }
+}
+
+} // namespace qor::cli

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "arguments.h"
+
+#include <iosfwd>
+#include <string>
+
+namespace qor::cli {
+
+// Exit statuses besides 0 and ExitUsage. Reading a tool list file gives the
+// reader's own codes.
+inline constexpr int ExitNotFound = 1;
+inline constexpr int ExitFormatError = 2;
+inline constexpr int ExitStartupFailed = 2;
+inline constexpr int ExitWriteFailed = 3;
+inline constexpr int ExitKeysMissing = 1;
+inline constexpr int ExitCatalogueBroken = 2;
+
+// Runs one parsed command. `appDir` is the folder of the executable, where
+// the settings file and the catalogue lie. Results go to `out`, diagnostics
+// and start-up messages to `err`. Returns the process exit status.
+int RunInvocation(const Invocation &invocation, const std::string &appDir, std::ostream &out,
+                  std::ostream &err);
+
+} // namespace qor::cli

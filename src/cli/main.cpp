@@ -1,0 +1,27 @@
+// ttltool: checks, shows and rewrites tool list files from the command line.
+#include "arguments.h"
+#include "commands.h"
+#include "executable_dir.h"
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+int main(int argc, char **argv)
+{
+    const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
+    auto parsed = qor::cli::ParseArguments(args);
+    if (!parsed) {
+        std::cerr << qor::cli::UsageErrorLine(parsed.error()) << '\n';
+        return qor::cli::ExitUsage;
+    }
+    const int status = qor::cli::RunInvocation(
+        parsed.value(), qor::cli::ExecutableDir(argc > 0 ? argv[0] : nullptr), std::cout,
+        std::cerr);
+    std::cout.flush();
+    if (!std::cout) {
+        std::cerr << "ttltool: the output cannot be written\n";
+        return status == 0 ? qor::cli::ExitWriteFailed : status;
+    }
+    return status;
+}

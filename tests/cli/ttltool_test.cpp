@@ -1,0 +1,412 @@
+// Runs the built ttltool as a user would: a copy of the program in a folder of
+// its own, with the catalogue beside it as the build puts it, started through
+// the shell from that folder so that file names stay short in the output.
+#include "catalogue_keys.h"
+#include "temp_dir.h"
+#include "text_decoding.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <vector>
+
+namespace qor::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Outcome
+{
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+std::string ShellQuoted(const std::string &text)
+{
+    std::string quoted = "'";
+    for (char c : text) {
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return quoted += "'";
+}
+
+class ToolFolder
+{
+public:
+    explicit ToolFolder(bool withCatalogue = true)
+    {
+        fs::create_directory(dir.file("bin"));
+        fs::copy_file(TTLTOOL_PATH, dir.file("bin/ttltool"));
+        if (withCatalogue) {
+            fs::copy_file(RuntimeCatalogue(), dir.file("bin/QORTool.msg"));
+        }
+    }
+
+    static std::string RuntimeCatalogue() { return std::string(QOR_RUNTIME_DIR) + "/QORTool.msg"; }
+
+    void AddSample(const std::string &name, const std::string &as = {}) const
+    {
+        dir.write(as.empty() ? name : as, SourceFile("data/samples/" + name));
+    }
+
+    Outcome operator()(const std::vector<std::string> &args) const
+    {
+        std::string command = "cd ";
+        command += ShellQuoted(dir.path());
+        command += " && ./bin/ttltool";
+        for (const std::string &arg : args) {
+            command += ' ';
+            command += ShellQuoted(arg);
+        }
+        command += " >.out 2>.err";
+        const int wait = std::system(command.c_str());
+        return {WIFEXITED(wait) ? WEXITSTATUS(wait) : -1, dir.read(".out"), dir.read(".err")};
+    }
+
+    TempDir dir;
+};
+
+// Recursive descent over the JSON grammar; only says whether the text fits.
+struct JsonParser
+{
+    std::string_view s;
+    std::size_t i = 0;
+
+    char Peek() const { return i < s.size() ? s[i] : '\0'; }
+    bool Eat(char c) { return Peek() == c && (++i, true); }
+    void Blanks()
+    {
+        while (Peek() != '\0' && std::strchr(" \t\r\n", Peek())) {
+            ++i;
+        }
+    }
+    bool Digits()
+    {
+        const std::size_t start = i;
+        while (std::isdigit(static_cast<unsigned char>(Peek()))) {
+            ++i;
+        }
+        return i > start;
+    }
+    bool Word(std::string_view word)
+    {
+        return s.substr(i, word.size()) == word && (i += word.size(), true);
+    }
+
+    bool String()
+    {
+        if (!Eat('"')) {
+            return false;
+        }
+        while (i < s.size()) {
+            const auto c = static_cast<unsigned char>(s[i++]);
+            if (c == '"') {
+                return true;
+            }
+            if (c < 0x20) {
+                return false;
+            }
+            if (c == '\\') {
+                if (Eat('u')) {
+                    for (int k = 0; k < 4; ++k, ++i) {
+                        if (!std::isxdigit(static_cast<unsigned char>(Peek()))) {
+                            return false;
+                        }
+                    }
+                } else if (Peek() == '\0' || !std::strchr("\"\\/bfnrt", s[i++])) {
+                    return false;
+                }
+            }
+        }
+        return false;
+    }
+
+    bool Number()
+    {
+        Eat('-');
+        if (!Eat('0') && !Digits()) {
+            return false;
+        }
+        if (Eat('.') && !Digits()) {
+            return false;
+        }
+        if (Eat('e') || Eat('E')) {
+            if (!Eat('+')) {
+                Eat('-');
+            }
+            return Digits();
+        }
+        return true;
+    }
+
+    bool Container(char close, bool object)
+    {
+        ++i;
+        Blanks();
+        if (Eat(close)) {
+            return true;
+        }
+        do {
+            Blanks();
+            if (object && !(String() && (Blanks(), Eat(':')))) {
+                return false;
+            }
+            if (!Value()) {
+                return false;
+            }
+            Blanks();
+        } while (Eat(','));
+        return Eat(close);
+    }
+
+    bool Value()
+    {
+        Blanks();
+        switch (Peek()) {
+        case '{':
+            return Container('}', true);
+        case '[':
+            return Container(']', false);
+        case '"':
+            return String();
+        case 't':
+            return Word("true");
+        case 'f':
+            return Word("false");
+        case 'n':
+            return Word("null");
+        default:
+            return Number();
+        }
+    }
+};
+
+// One well-formed JSON value in UTF-8, blanks around it allowed.
+bool IsValidJson(std::string_view text)
+{
+    JsonParser parser{text};
+    if (!IsValidUtf8(text) || !parser.Value()) {
+        return false;
+    }
+    parser.Blanks();
+    return parser.i == text.size();
+}
+
+bool Contains(const std::string &text, const std::string &part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+// One slot's object in a dump: from its magazine number to the next one.
+std::string SlotText(const std::string &json, int magazineNumber)
+{
+    const auto begin = json.find("\"MagazineNumber\": " + std::to_string(magazineNumber) + ",");
+    if (begin == std::string::npos) {
+        return {};
+    }
+    return json.substr(begin, json.find("\"MagazineNumber\"", begin + 1) - begin);
+}
+
+TEST(Ttltool, CheckAndDumpExitWithTheReadersOutcome)
+{
+    ToolFolder tool;
+    tool.AddSample("machining_centre.TTL");
+    tool.AddSample("broken.TTL");
+
+    Outcome good = tool({"check", "machining_centre.TTL"});
+    Outcome missing = tool({"check", "nothing_here.TTL"});
+    Outcome broken = tool({"check", "broken.TTL"});
+    Outcome brokenDump = tool({"dump", "broken.TTL"});
+
+    EXPECT_EQ(good.status, 0) << good.err;
+    EXPECT_EQ(good.out, "machining_centre.TTL: read, 16 of 100 positions hold a tool\n");
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.err, "nothing_here.TTL: no such file\n");
+    for (const Outcome &failed : {broken, brokenDump}) {
+        EXPECT_EQ(failed.status, 2);
+        EXPECT_EQ(failed.out, "");
+        EXPECT_TRUE(failed.err.starts_with("broken.TTL:7: ")) << failed.err;
+        EXPECT_TRUE(failed.err.ends_with("\nMAGAZINE03 = FLA 8,30,\"D8 flat\"\n")) << failed.err;
+    }
+}
+
+TEST(Ttltool, DumpGivesEveryToolAsJsonWithCommentsInUtf8)
+{
+    ToolFolder tool;
+    tool.AddSample("machining_centre.TTL");
+    tool.AddSample("edited_with_qortool.TTL");
+    tool.dir.write("comments.TTL", "MAGAZINE01 = FLA/6,20,\"C:\\cam\\a\tb\"\r\n"
+                                   "MAGAZINE02 = FLA/6,20,\"\xC3\x98"
+                                   "6 UTF-8\"\r\n");
+
+    Outcome dump = tool({"dump", "machining_centre.TTL"});
+    Outcome edited = tool({"dump", "edited_with_qortool.TTL"});
+    Outcome comments = tool({"dump", "comments.TTL"});
+
+    ASSERT_EQ(dump.status, 0) << dump.err;
+    EXPECT_TRUE(IsValidJson(dump.out)) << dump.out;
+    const std::string &json = dump.out;
+    EXPECT_TRUE(Contains(json, R"("InitialMagazine": 1,)"));
+    EXPECT_TRUE(Contains(json, R"("ForeignFile": true,)"));
+    EXPECT_TRUE(Contains(json, R"("DefaultArborSecDia": [50, 63],)"));
+    EXPECT_TRUE(SlotText(json, 5).empty()) << "the empty position 5 is listed";
+    const std::string cut = SlotText(json, 3);
+    for (const char *field :
+         {R"("KindWord": "CUT",)", R"("CornerRad": 0.3,)", R"("Param6": 2,)", R"("Param7": 12,)",
+          R"("ToolLength": 18,)", R"("LengthMode": 3,)", R"("Len1": 90,)", R"("Len2": 6,)",
+          R"("ArborMode": 3,)", R"("ArborSecFlag": [1, 0, 0],)", R"("ShiftValue": 0.05,)"}) {
+        EXPECT_TRUE(Contains(cut, field)) << field << " not in\n" << cut;
+    }
+    const std::string ball = SlotText(json, 6);
+    EXPECT_TRUE(Contains(ball, R"("OptFeedOn": {"A": 1, "V": 1, "U": 0, "D": 0},)")) << ball;
+    EXPECT_TRUE(Contains(ball, R"("A": [0, 5, 12, 20, 0,)")) << ball;
+    EXPECT_TRUE(Contains(SlotText(json, 10), R"("LimitValues": [40, 45, 50, 55])"));
+    // Windows-1252 in the sample, UTF-8 in the dump.
+    EXPECT_TRUE(Contains(SlotText(json, 18), "\"ToolComment\": \"\xC3\x98"
+                                             "20 x 4 T-slot\""));
+
+    EXPECT_TRUE(Contains(edited.out, R"("ForeignFile": false,)")) << edited.out;
+    ASSERT_EQ(comments.status, 0) << comments.err;
+    EXPECT_TRUE(IsValidJson(comments.out)) << comments.out;
+    EXPECT_TRUE(Contains(comments.out, R"("ToolComment": "C:\\cam\\a\tb",)")) << comments.out;
+    EXPECT_TRUE(Contains(comments.out, "\"ToolComment\": \"\xC3\x98"
+                                       "6 UTF-8\","));
+}
+
+TEST(Ttltool, NormalizeKeepsTheForeignOriginalAndWritesAFileThatReadsBackTheSame)
+{
+    ToolFolder tool;
+    tool.AddSample("machining_centre.TTL", "Atc.TTL");
+    const std::string original = tool.dir.read("Atc.TTL");
+    std::string before = tool({"dump", "Atc.TTL"}).out;
+    before.replace(before.find("\"ForeignFile\": true"), 19, "\"ForeignFile\": false");
+
+    Outcome first = tool({"normalize", "Atc.TTL"});
+    const std::string written = tool.dir.read("Atc.TTL");
+    Outcome after = tool({"dump", "Atc.TTL"});
+    Outcome second = tool({"normalize", "Atc.TTL"});
+
+    ASSERT_EQ(first.status, 0) << first.err;
+    EXPECT_TRUE(Contains(first.out, "Atc_org1.TTL")) << first.out;
+    EXPECT_EQ(tool.dir.read("Atc_org1.TTL"), original);
+    EXPECT_EQ(after.out, before);
+    // Now the file is our own: no second backup, and the same bytes again.
+    EXPECT_EQ(second.status, 0) << second.err;
+    EXPECT_FALSE(fs::exists(tool.dir.file("Atc_org2.TTL")));
+    EXPECT_EQ(tool.dir.read("Atc.TTL"), written);
+}
+
+TEST(Ttltool, NormalizeToAnOutputFileLeavesTheInputAloneAndFailuresWriteNothing)
+{
+    ToolFolder tool;
+    tool.AddSample("machining_centre.TTL", "in.TTL");
+    tool.AddSample("broken.TTL");
+    tool.dir.write("out.TTL", "an older output\r\n");
+    const std::string in = tool.dir.read("in.TTL");
+    const std::string broken = tool.dir.read("broken.TTL");
+
+    Outcome toOutput = tool({"normalize", "in.TTL", "-o", "out.TTL"});
+    Outcome unreadable = tool({"normalize", "broken.TTL"});
+    Outcome unwritable = tool({"normalize", "in.TTL", "-o", "no/such/folder/x.TTL"});
+
+    ASSERT_EQ(toOutput.status, 0) << toOutput.err;
+    EXPECT_EQ(tool.dir.read("in.TTL"), in);
+    EXPECT_FALSE(fs::exists(tool.dir.file("in_org1.TTL")));
+    EXPECT_FALSE(fs::exists(tool.dir.file("out_org1.TTL")));
+    EXPECT_EQ(SlotText(tool({"dump", "out.TTL"}).out, 18),
+              SlotText(tool({"dump", "in.TTL"}).out, 18));
+    EXPECT_EQ(unreadable.status, 2);
+    EXPECT_EQ(tool.dir.read("broken.TTL"), broken);
+    EXPECT_FALSE(fs::exists(tool.dir.file("broken_org1.TTL")));
+    EXPECT_EQ(unwritable.status, 3);
+    EXPECT_FALSE(unwritable.err.empty());
+}
+
+TEST(Ttltool, ShippedCatalogueDefinesEveryText)
+{
+    ToolFolder tool;
+
+    Outcome check = tool({"catalogue-check", std::string(QOR_SOURCE_DIR) + "/data/QORTool.msg"});
+
+    EXPECT_EQ(check.status, 0) << "empty texts:\n" << check.out << check.err;
+    EXPECT_EQ(check.out, "Version: 1.70\n");
+}
+
+TEST(Ttltool, CatalogueCheckListsEmptyTextsAndNeedsNoCatalogueBesideTheProgram)
+{
+    ToolFolder tool(false);
+    // Entry numbers must stay below the file's line count: hence the padding.
+    tool.dir.write("small.msg", "[Config]\r\nVersion=1.70\r\n[MSG]\r\nMSG1=Enter a number.\r\n"
+                                "[frmEditor]\r\nText51=Open\r\n" +
+                                    std::string(60, '\n'));
+    tool.dir.write("empty.msg", "");
+
+    Outcome small = tool({"catalogue-check", "small.msg"});
+    Outcome empty = tool({"catalogue-check", "empty.msg"});
+
+    EXPECT_EQ(small.status, 1) << small.err;
+    EXPECT_TRUE(small.out.starts_with("Version: 1.70\n")) << small.out;
+    for (const char *line : {"\nMSG MSG2\n", "\nfrmEditor Text51-2\n", "\nString Str80\n"}) {
+        EXPECT_TRUE(Contains(small.out, line)) << line;
+    }
+    EXPECT_FALSE(Contains(small.out, "\nMSG MSG1\n"));
+    EXPECT_FALSE(Contains(small.out, "\nfrmEditor Text51-1\n")) << "Text51-1 is Text51";
+    EXPECT_EQ(std::count(small.out.begin(), small.out.end(), '\n'),
+              static_cast<long>(CatalogueKeys().size()) - 1);
+    EXPECT_EQ(empty.status, 2);
+    EXPECT_FALSE(empty.err.empty());
+}
+
+TEST(Ttltool, ReadsSettingsAndCatalogueBesideTheProgramUnlessTheCommandLineSaysOtherwise)
+{
+    ToolFolder tool;
+    ToolFolder bare(false);
+    tool.AddSample("machining_centre.TTL");
+    bare.AddSample("machining_centre.TTL");
+    tool.dir.write("bin/QorTool.INI", "[Config]\r\nMagazine Max=12\r\n");
+
+    Outcome fromSettings = tool({"dump", "machining_centre.TTL"});
+    Outcome overridden = tool({"--magazine-max", "5", "check", "machining_centre.TTL"});
+    Outcome noCatalogue = bare({"check", "machining_centre.TTL"});
+    Outcome namedCatalogue =
+        bare({"check", "machining_centre.TTL", "--catalogue", ToolFolder::RuntimeCatalogue()});
+
+    ASSERT_EQ(fromSettings.status, 0) << fromSettings.err;
+    EXPECT_TRUE(Contains(fromSettings.out, R"("MagazineMax": 12,)"));
+    EXPECT_FALSE(SlotText(fromSettings.out, 12).empty());
+    EXPECT_TRUE(SlotText(fromSettings.out, 13).empty()) << "position 13 lies beyond the table";
+    EXPECT_EQ(overridden.out, "machining_centre.TTL: read, 4 of 5 positions hold a tool\n");
+    EXPECT_EQ(noCatalogue.status, 2);
+    EXPECT_TRUE(Contains(noCatalogue.err, "QORTool.msg\" is not found.")) << noCatalogue.err;
+    EXPECT_EQ(namedCatalogue.status, 0) << namedCatalogue.err;
+}
+
+TEST(Ttltool, HelpShowsEveryCommandAndOptionAndAWrongCommandLineExits64)
+{
+    ToolFolder tool;
+
+    Outcome help = tool({"--help"});
+    const std::vector<Outcome> mistakes = {tool({}), tool({"frobnicate", "a.TTL"}),
+                                           tool({"dump", "a.TTL", "b.TTL"}),
+                                           tool({"check", "a.TTL", "--magazine-max", "40000"})};
+
+    EXPECT_EQ(help.status, 0);
+    for (const char *word : {"check FILE", "dump FILE", "normalize FILE", "catalogue-check FILE",
+                             "--catalogue FILE", "--magazine-max N", "-o, --output OUT"}) {
+        EXPECT_TRUE(Contains(help.out, word)) << word;
+    }
+    for (const Outcome &mistake : mistakes) {
+        EXPECT_EQ(mistake.status, 64);
+        EXPECT_TRUE(mistake.err.starts_with("ttltool: ")) << mistake.err;
+        EXPECT_TRUE(mistake.err.ends_with(" (try 'ttltool --help')\n")) << mistake.err;
+        EXPECT_EQ(std::count(mistake.err.begin(), mistake.err.end(), '\n'), 1) << mistake.err;
+    }
+}
+
+} // namespace
+} // namespace qor::test

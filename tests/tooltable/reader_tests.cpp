@@ -1,0 +1,375 @@
+#include "numeric_text.h"
+#include "temp_dir.h"
+#include "tool_list_items.h"
+#include "tool_list_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+
+namespace qor {
+namespace {
+
+using test::TempDir;
+
+class Reader : public ::testing::Test
+{
+protected:
+    Reader() { SizeToolTable(table, 10); }
+
+    ReadResult Read(std::string_view text)
+    {
+        dir.write("Atc.ttl", text);
+        return ReadToolListFile(table, dir.file("Atc.ttl"));
+    }
+
+    // Through an unnamed temporary file: rewriting one named file thousands of
+    // times waits for the disk on some file systems.
+    ReadResult ReadStream(std::string_view bytes)
+    {
+        std::FILE *file = std::tmpfile();
+        std::fwrite(bytes.data(), 1, bytes.size(), file);
+        std::rewind(file);
+        ReadResult result = ReadToolListStream(table, file);
+        std::fclose(file);
+        return result;
+    }
+
+    ToolSlot &Magazine(int number) { return table.Slots[static_cast<std::size_t>(number - 1)]; }
+
+    TempDir dir;
+    ToolTable table;
+};
+
+std::array<float, 8> Shape(const ToolSlot &s)
+{
+    return {s.ToolDia, s.CornerRad, s.Param3, s.Param4, s.Param5, s.Param6, s.Param7, s.ToolLength};
+}
+
+bool Finite(const auto &values)
+{
+    return std::all_of(values.begin(), values.end(), [](float v) { return std::isfinite(v); });
+}
+
+// Every field of the table within what its type and meaning allow.
+bool WithinBounds(const ToolTable &table)
+{
+    if (table.InitialMagazine < 0 || table.CurrentSlot != table.InitialMagazine - 1 ||
+        table.DefaultArborType < 0 || table.DefaultArborType > 3) {
+        return false;
+    }
+    for (const ToolSlot &s : table.Slots) {
+        const int limit = s.LimitFlags & ~LimitFourValues;
+        if (s.ToolKind < KindNone || s.ToolKind >= KindCount || s.LengthMode < 0 ||
+            s.LengthMode > 3 || s.ArborMode < 0 || s.ArborMode > 3 ||
+            (limit != 0 && limit != 1 && limit != 2 && limit != 128 && limit != 130) ||
+            !Finite(Shape(s)) || !Finite(s.Arbor.Dia) || !Finite(s.OptFeedPos[0])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+TEST(ReadNumber, TakesTheNumericPrefixAndCutsAtTheFirstCommaOrBlank)
+{
+    struct Case
+    {
+        std::string_view text;
+        float value;
+        std::string_view rest;
+    };
+    for (const Case &c :
+         {Case{"10,50", 10, "50"}, Case{"6,40 PEN/3", 6, "40 PEN/3"}, Case{"40 PEN/3", 40, "PEN/3"},
+          Case{"-2.5", -2.5f, ""}, Case{"5 abc,6", 5, "abc,6"}, Case{"12x,3", 12, "3"},
+          Case{"-5-3,7", -5, "7"}, Case{"--,2", 0, "2"}, Case{"1e999", 1, ""},
+          Case{"abc,5", 0, "abc,5"}, Case{",5", 0, ",5"}, Case{".5", 0, ".5"},
+          Case{"7,  8", 7, "8"}}) {
+        std::string_view text = c.text;
+
+        auto value = ReadNumber(text);
+
+        ASSERT_TRUE(value) << c.text;
+        EXPECT_EQ(*value, c.value) << c.text;
+        EXPECT_EQ(text, c.rest) << c.text;
+    }
+    std::string huge(400, '9');
+    std::string_view text = huge;
+    EXPECT_FALSE(ReadNumber(text));
+}
+
+// The scan must agree with testing every prefix for numeric text.
+TEST(ReadNumber, AgreesWithTestingEveryPrefix)
+{
+    std::mt19937 random(7);
+    const std::string_view alphabet = "0123456789012345678900000.-+eE ,;x";
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        for (int n = static_cast<int>(random() % 16); n > 0; --n) {
+            text += alphabet[random() % alphabet.size()];
+        }
+        std::size_t prefix = 0;
+        std::size_t numeric = 0;
+        while (prefix < text.size() && text[prefix] != ',' &&
+               (text[prefix] == '-' || IsNumeric(std::string_view(text).substr(0, prefix + 1)))) {
+            ++prefix;
+            if (IsNumeric(std::string_view(text).substr(0, prefix))) {
+                numeric = prefix;
+            }
+        }
+        const float expected = numeric ? *ToSingle(text.substr(0, numeric)) : 0.0f;
+        std::string_view view = text;
+
+        auto value = ReadNumber(view);
+
+        ASSERT_TRUE(value) << '"' << text << '"';
+        ASSERT_EQ(*value, expected) << '"' << text << '"';
+        ASSERT_EQ(view.size() == text.size(), prefix == 0) << '"' << text << '"';
+    }
+}
+
+TEST_F(Reader, EveryKindFillsItsFieldsInFileOrder)
+{
+    auto result = Read("INI = magazine05\r\n"
+                       "MAGAZINE01 = CUT/10,1,2,3,4,5;30,60,\"  roughing \x93\x81 \" PEN/9\r\n"
+                       "magazine02 = bal/10,50\r"
+                       "MAGAZINE03 = TAP/1,6;7,40,\"no end\n"
+                       "MAGAZINE04 = FLA/6,40 PEN/3\n"
+                       "MAGAZINE05 = BUL/8,1,30\nMAGAZINE06 = VER/8,2,30\nMAGAZINE07 = KEG/3,9\n"
+                       "MAGAZINE08 = OVA/8,1,2,30\nMAGAZINE09 = RAD/8,1,2\n"
+                       "MAGAZINE10 = T-T/20,5,1,2,3\n");
+
+    ASSERT_EQ(result.outcome, ReadOutcome::Read) << result.error.message;
+    // ToolDia, CornerRad, Param3 .. Param7, ToolLength
+    const std::array<float, 8> shapes[KindCount] = {
+        {10, 1, 2, 3, 4, 5, 30, 60}, {10, 0, 0, 0, 0, 0, 0, 50}, {0, 1, 0, 0, 0, 6, 7, 40},
+        {6, 0, 0, 0, 0, 0, 0, 40},   {8, 1, 0, 0, 0, 0, 0, 30},  {8, 0, 0, 0, 0, 0, 2, 30},
+        {3, 0, 0, 0, 0, 0, 0, 9},    {8, 1, 0, 0, 0, 0, 2, 30},  {8, 1, 0, 0, 0, 0, 2, 0},
+        {20, 1, 0, 0, 2, 0, 3, 5}};
+    for (int kind = 0; kind < KindCount; ++kind) {
+        EXPECT_EQ(Magazine(kind + 1).ToolKind, kind);
+        EXPECT_EQ(Shape(Magazine(kind + 1)), shapes[kind]) << KindWords[kind];
+    }
+    EXPECT_EQ(Magazine(1).ToolComment, "roughing \x93\x81");
+    EXPECT_EQ(Magazine(1).PenNo, 0); // nothing behind a comment is read
+    EXPECT_EQ(Magazine(3).ToolComment, "");
+    EXPECT_EQ(Magazine(4).PenNo, 3);
+    EXPECT_EQ(table.InitialMagazine, 5);
+    EXPECT_EQ(table.CurrentSlot, 4);
+}
+
+TEST_F(Reader, ToolOptionsLengthsPenShiftFeedsAndLimits)
+{
+    auto result = Read("MAGAZINE01 = BAL/10,50\n"
+                       "LENGTH2/1,2,3,4 PEN/2.5 SHIFT/-1.5\n"
+                       "OPT-F/0,100,10,200,20 opt-f(d)/5\n"
+                       "LIMITSP/1,2,3,4\n"
+                       "MAGAZINE02 = BAL/10,50 LENGTH3/1,2,3,4,5,6 PEN/3.5 LIMITP/7\n"
+                       "OPT-F(V)/0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,"
+                       "23,24,25,26,27,28,29,30,31,32,33,34,35,36,37,38,39,40,41,42\n"
+                       "MAGAZINE03 = BAL/10,50 LENGTH/80 LIMIT/5 LIMITS/1 2\n");
+
+    ASSERT_EQ(result.outcome, ReadOutcome::Read) << result.error.message;
+    const ToolSlot &one = Magazine(1);
+    EXPECT_EQ(one.LengthMode, 2);
+    EXPECT_EQ(one.Len, (std::array<float, 6>{1, 4, 2, 3, 0, 0}));
+    EXPECT_EQ(one.PenNo, 2);
+    EXPECT_EQ(one.ShiftOn, 1);
+    EXPECT_EQ(one.ShiftValue, -1.5f);
+    EXPECT_EQ(one.OptFeedOn, (std::array<std::int16_t, 4>{1, 0, 0, 1}));
+    EXPECT_EQ(one.OptFeedPos[0][2], 20);
+    EXPECT_EQ(one.OptFeedVal[0][1], 200);
+    EXPECT_EQ(one.OptFeedPos[3][0], 5);
+    EXPECT_EQ(one.LimitFlags, 130 | LimitFourValues);
+    EXPECT_EQ(one.LimitValues, (std::array<float, 4>{1, 2, 3, 4}));
+    const ToolSlot &two = Magazine(2);
+    EXPECT_EQ(two.Len, (std::array<float, 6>{1, 6, 4, 2, 5, 3}));
+    EXPECT_EQ(two.PenNo, 4);
+    EXPECT_EQ(two.LimitFlags, 128);
+    EXPECT_EQ(two.OptFeedPos[1][19], 38);
+    EXPECT_EQ(two.OptFeedVal[1][18], 37);
+    EXPECT_EQ(Magazine(3).Len[0], 80);
+    EXPECT_EQ(Magazine(3).LimitFlags, 2); // the later item wins; a blank is no ","
+}
+
+TEST_F(Reader, ArborBeforeTheFirstMagazineIsTheFilesAndAfterItTheTools)
+{
+    auto result = Read("ARBOR2/20,30,40,50\n"
+                       "MAGAZINE01 = BAL/10,50\n"
+                       "ARBOR3/12,5,1,16,8,0,14,9,1\n"
+                       "MAGAZINE02 = BAL/10,50\n"
+                       "ARBOR/1,1,2,2,3,3,4,4,5,5,6,6,7,7,8,8,9,9,10,10,11,11\n"
+                       "MAGAZINE03 = BAL/10,50 ARBOR/-1,5\n");
+
+    ASSERT_EQ(result.outcome, ReadOutcome::Read) << result.error.message;
+    EXPECT_EQ(table.DefaultArborType, 2);
+    EXPECT_EQ(table.DefaultArbor.Dia[1], 40);
+    EXPECT_EQ(table.DefaultArbor.Len[1], 50);
+    const ToolSlot &one = Magazine(1);
+    EXPECT_EQ(one.ArborMode, 3);
+    EXPECT_EQ(one.Arbor.Dia, (std::array<float, 11>{12, 16}));
+    EXPECT_EQ(one.Arbor.Flag, (std::array<std::uint8_t, 10>{1, 0}));
+    EXPECT_EQ(Magazine(2).Arbor.Dia[9], 10);
+    EXPECT_EQ(Magazine(2).Arbor.Dia[10], 0);
+    EXPECT_EQ(Magazine(3).ArborMode, 1);
+    EXPECT_EQ(Magazine(3).Arbor.Dia[0], 0);
+}
+
+TEST_F(Reader, PositionsBeyondTheTableAreSkipped)
+{
+    auto result = Read("MAGAZINE11 = BAL/10,50\nPEN/4\nMAGAZINE02 = FLA/6,40\n"
+                       "magazine9999 = bal/1,1 MAGAZINE03 = BAL/1,1\n");
+
+    ASSERT_EQ(result.outcome, ReadOutcome::Read) << result.error.message;
+    EXPECT_EQ(Magazine(2).ToolKind, KindFla);
+    EXPECT_EQ(Magazine(2).PenNo, 0);
+    EXPECT_EQ(Magazine(3).ToolKind, KindNone);
+    EXPECT_EQ(table.CurrentSlot, -1);
+}
+
+TEST_F(Reader, EditedWithMarkDecidesForeignFile)
+{
+    ASSERT_EQ(Read("#*****   edited with QORTool   *******V1.70********\n").outcome,
+              ReadOutcome::Read);
+    EXPECT_FALSE(table.ForeignFile);
+
+    ASSERT_EQ(Read("# Atc file\nMAGAZINE01 = BAL/10,50\n").outcome, ReadOutcome::Read);
+    EXPECT_TRUE(table.ForeignFile);
+}
+
+TEST_F(Reader, MissingFileOrFolderLeavesTheTable)
+{
+    NewDataSet(table, 3);
+    table.CurrentSlot = 3;
+
+    EXPECT_EQ(ReadToolListFile(table, dir.file("none.ttl")).outcome, ReadOutcome::NotFound);
+    EXPECT_EQ(ReadToolListFile(table, dir.path()).outcome, ReadOutcome::NotFound);
+    EXPECT_EQ(ReadToolListFile(table, "").outcome, ReadOutcome::NotFound);
+
+    EXPECT_EQ(Magazine(4).ToolKind, KindBal);
+    EXPECT_EQ(table.CurrentSlot, 3);
+}
+
+struct BadFile
+{
+    std::string_view text;
+    int line;
+    std::string_view says;
+};
+
+class ReaderRefuses : public Reader, public ::testing::WithParamInterface<BadFile>
+{};
+
+TEST_P(ReaderRefuses, StopsAtTheFaultyLineKeepingWhatCameBefore)
+{
+    NewDataSet(table, 9); // cleared by the read
+    const std::string text = "INI = MAGAZINE03\nMAGAZINE01 = BAL/10,50\n" +
+                             std::string(GetParam().text) + "\nMAGAZINE02 = BAL/10,50\n";
+
+    auto result = Read(text);
+
+    ASSERT_EQ(result.outcome, ReadOutcome::FormatError);
+    EXPECT_EQ(result.error.line, GetParam().line);
+    EXPECT_NE(result.error.message.find(GetParam().says), std::string::npos)
+        << result.error.message;
+    EXPECT_EQ(Magazine(1).ToolKind, KindBal);
+    EXPECT_EQ(Magazine(2).ToolKind, KindNone);
+    EXPECT_EQ(Magazine(10).ToolKind, KindNone);
+    EXPECT_EQ(table.CurrentSlot, 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, ReaderRefuses,
+    ::testing::Values(
+        BadFile{"MAGAZINE01 = FLA 6,40", 3,
+                "\"MAGAZINE01 = FLA 6,40\": the tool item \"FLA\" needs a \"/\""},
+        BadFile{"MAGAZINE03 BAL/1,1", 3, "needs a \"=\""},
+        BadFile{"MAGAZINE = BAL/1,1", 3, "number right after"},
+        BadFile{"MAGAZINE00 = BAL/1,1", 3, "magazine number 0"},
+        BadFile{"MAGAZINE99999 = BAL/1,1", 3, "out of range"},
+        BadFile{"INI = TOOL01", 3, "\"INI\" needs"}, BadFile{"INI = MAGAZINE40000", 3, "range"},
+        BadFile{"# fine\n\nPEN/99999999999", 5, "pen number \"99999999999\""},
+        BadFile{"LENGTH/1000000000000000000000000000000000000000000000", 3, "too large"},
+        BadFile{"CUT/1,1,1,1,1,1e999;2,3", 3, "too large"},
+        BadFile{"ARBOR3/10,5,256", 3, "flag \"256\""}, BadFile{"LIMIT 5", 3, "\"/\""}));
+
+TEST_F(Reader, BinaryJunkAndOverlongLinesAreRefusedOrSkipped)
+{
+    std::string junk("MAGAZINE01 = BAL/1\0,2\n\0\0\0\xff\xfe\n", 29);
+    EXPECT_EQ(Read(junk).outcome, ReadOutcome::Read);
+    EXPECT_EQ(Magazine(1).ToolDia, 1);
+
+    auto result = Read("MAGAZINE01 = BAL/10,50\n" + std::string(70000, 'x') + "\n");
+
+    ASSERT_EQ(result.outcome, ReadOutcome::FormatError);
+    EXPECT_EQ(result.error.line, 2);
+    EXPECT_NE(result.error.message.find("longer than 65536"), std::string::npos);
+    EXPECT_LE(result.error.lineText.size(), 210u);
+    EXPECT_EQ(Magazine(1).ToolKind, KindBal);
+}
+
+TEST_F(Reader, RandomMutationsReadOrFailCleanly)
+{
+    const std::string valid = "#   edited with QORTool   V1.70\n"
+                              "INI = MAGAZINE02\n"
+                              "ARBOR3/20,30,1,40,50,0\n"
+                              "MAGAZINE01 = CUT/10,1,2,3,4,5;30,60,\"first\"\n"
+                              "LENGTH3/1,2,3,4,5,6\nARBOR2/10,20,30,40\nSHIFT/1.5\nPEN/3\n"
+                              "OPT-F(A)/0,100,10,200,20\nOPT-F(D)/1,2,3\nLIMITSP/1,2,3,4\n"
+                              "MAGAZINE02 = TAP/1,6;7,40 LENGTH2/1,2,3,4 LIMIT/5\n"
+                              "MAGAZINE10 = T-T/20,5,1,2,3\n";
+    const std::string_view pieces[] = {"0",
+                                       "9",
+                                       "-",
+                                       ".",
+                                       ",",
+                                       ";",
+                                       " ",
+                                       "/",
+                                       "=",
+                                       "\"",
+                                       "\n",
+                                       "\r",
+                                       std::string_view("\0", 1),
+                                       "\xff",
+                                       "e",
+                                       "MAGAZINE",
+                                       "ARBOR3/",
+                                       "99999999",
+                                       "PEN/",
+                                       "OPT-F(V)/"};
+    std::mt19937 random(20240601);
+    int refused = 0;
+    for (int round = 0; round < 3000; ++round) {
+        std::string text = valid;
+        for (int n = 1 + static_cast<int>(random() % 4); n > 0; --n) {
+            const std::size_t at = random() % (text.size() + 1);
+            const std::string_view piece = pieces[random() % std::size(pieces)];
+            switch (random() % 3) {
+            case 0:
+                text.insert(at, piece);
+                break;
+            case 1:
+                text.erase(at, 1 + random() % 8);
+                break;
+            default:
+                text.replace(at, piece.size(), piece);
+                break;
+            }
+        }
+
+        auto result = ReadStream(text);
+
+        ASSERT_NE(result.outcome, ReadOutcome::NotFound) << text;
+        ASSERT_TRUE(WithinBounds(table)) << text;
+        refused += result.outcome == ReadOutcome::FormatError;
+    }
+    EXPECT_GT(refused, 300); // the mutations reach both outcomes
+    EXPECT_LT(refused, 2700);
+}
+
+} // namespace
+} // namespace qor
