@@ -1,0 +1,51 @@
+#pragma once
+
+#include "picture_surface.h"
+
+#include <QRectF>
+#include <memory>
+
+class QPaintDevice;
+class QPainter;
+class QPointF;
+
+namespace qor {
+
+// The picture surface painted with a QPainter onto any paint device: a widget in its paintEvent,
+// a QImage, a QPixmap, a QSvgGenerator. Its own unit is the millimetre, measured with the
+// device's logical resolution, so that a tool drawn at scale 1 shows its real size on a correctly
+// set up screen. Pen widths and dots count device-independent pixels and grow with the device
+// pixel ratio; lines have round caps and everything is antialiased.
+class QtPictureSurface final : public PictureSurface
+{
+public:
+    // Opens its own painter on the device and ends it when destroyed.
+    explicit QtPictureSurface(QPaintDevice &device);
+    // Paints with a painter that is already active; its state is restored when destroyed.
+    explicit QtPictureSurface(QPainter &painter);
+    ~QtPictureSurface() override;
+
+private:
+    struct DeviceMetrics;
+    static DeviceMetrics MetricsOf(const QPaintDevice *device);
+    QtPictureSurface(const DeviceMetrics &metrics, std::unique_ptr<QPainter> own,
+                     QPainter *painter);
+
+    void DoClear() override;
+    void DoLine(double x1, double y1, double x2, double y2) override;
+    void DoPSet(double x, double y, Rgb colour) override;
+    void DoArc(const SurfaceArc &arc) override;
+
+    QPointF ToPainter(double x, double y) const;
+    void UseLinePen();
+
+    std::unique_ptr<QPainter> m_ownPainter;
+    QPainter *m_painter;
+    double m_pixelsPerMmX;
+    double m_pixelsPerMmY;
+    double m_devicePixelRatio;
+    QRectF m_area; // the whole device in painter coordinates
+    bool m_active;
+};
+
+} // namespace qor
