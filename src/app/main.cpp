@@ -1,58 +1,39 @@
-// QORTool start-up. Until the windows exist this runs the start-up steps and
-// prints what they read.
+// QORTool: the desktop editor for the tool table of the automatic tool
+// changer.
+#include "editor_windows.h"
+#include "qt_message_service.h"
 #include "startup.h"
+#include "tool_list_window.h"
 
-#include <cstdio>
-#include <filesystem>
-#include <iostream>
+#include <QApplication>
+#include <QStringList>
 
-namespace {
-
-class ConsoleMessageService : public qor::MessageService
+int main(int argc, char **argv)
 {
-public:
-    qor::MessageAnswer Show(const std::string &text, qor::MessageIcon, qor::MessageButtons buttons,
-                            const std::string &) override
-    {
-        std::cerr << text << "\n";
-        return buttons == qor::MessageButtons::YesNo ? qor::MessageAnswer::Yes : qor::MessageAnswer::Ok;
-    }
-};
+    QApplication app(argc, argv);
+    QApplication::setApplicationName("QORTool");
+    QApplication::setApplicationVersion(qor::ProgramVersion);
 
-std::string ExecutableDir(const char *argv0)
-{
-    std::error_code ec;
-    auto self = std::filesystem::read_symlink("/proc/self/exe", ec);
-    if (ec) {
-        self = std::filesystem::absolute(argv0, ec);
-    }
-    return self.parent_path().string();
-}
-
-} // namespace
-
-int main(int, char **argv)
-{
     qor::Workspace workspace;
-    ConsoleMessageService messages;
-    if (int status = qor::RunStartup(workspace, ExecutableDir(argv[0]), messages); status != 0) {
+    qor::QtMessageService messages;
+    const std::string appDir = QCoreApplication::applicationDirPath().toStdString();
+    if (int status = qor::RunStartup(workspace, appDir, messages); status != 0) {
         return status;
     }
-    const qor::StartupGlobals &g = workspace.Globals;
-    std::cout << "Settings file:          " << g.IniPath << "\n"
-              << "Catalogue:              " << g.MsgPath << " (version "
-              << qor::Common::GetProfileValue("Config", "Version", g.MsgPath) << ")\n"
-              << "COLUMNHEADER FONT SIZE: " << g.ColumnHeaderFontSize << "\n"
-              << "TEXTBOX FONT SIZE:      " << g.TextBoxFontSize << "\n"
-              << "LISTVIEW FONT SIZE:     " << g.ListViewFontSize << "\n"
-              << "BUTTON FONT SIZE:       " << g.ButtonFontSize << "\n"
-              << "BUTTON FONT BOLD:       " << (g.ButtonFontBold ? "on" : "off") << "\n"
-              << "SUPPORT PEN MAX:        " << g.SupportPenMax << "\n"
-              << "Magazine Max:           " << g.MagazineMax << "\n"
-              << "Kinds:                 ";
-    for (const auto &name : workspace.Table.KindNames) {
-        std::cout << " " << (name.empty() ? "-" : name);
-    }
-    std::cout << "\n";
-    return 0;
+
+    // One optional argument: the tool list file to open.
+    const QStringList arguments = QCoreApplication::arguments();
+    const QString commandLineFile = arguments.size() > 1 ? arguments.at(1) : QString();
+
+    workspace.DrawSuppressed = true;
+    qor::ToolListWindow toolList(workspace, messages, commandLineFile);
+    toolList.show();
+    QCoreApplication::processEvents();
+    workspace.DrawSuppressed = false;
+
+    qor::CreateEditorWindows(workspace, &toolList, messages);
+
+    QObject::connect(&toolList, &qor::ToolListWindow::closed, &app, &QApplication::quit,
+                     Qt::QueuedConnection);
+    return QApplication::exec();
 }

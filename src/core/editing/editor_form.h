@@ -64,6 +64,22 @@ struct LimitForm
     bool operator==(const LimitForm &) const = default;
 };
 
+// Sections shown at a time beside the scroll bar VS1.
+inline constexpr int ArborRowCount = 5;
+
+// The arbor-section grid: row j shows working section First + j, its
+// diameter in ArbD(j), its length in ArbH(j) and its flag on ArbFlgB(j).
+// The texts are what the boxes show; a numeric text typed into a box is
+// copied into the working sections at once.
+struct ArborGrid
+{
+    int First = 0; // VS1: 0 .. ArborSectionCount - ArborRowCount
+    std::array<std::string, ArborRowCount> ArbD;
+    std::array<std::string, ArborRowCount> ArbH;
+
+    bool operator==(const ArborGrid &) const = default;
+};
+
 // Everything the tool editor window shows, as a plain value. The Qt window
 // binds its widgets to it; the drawing reads it; `ttltool render` fills one
 // from a slot. Captions and tooltips are catalogue keys of section
@@ -104,6 +120,7 @@ struct EditorForm
     // The arbor sections being edited and the copy a cancel goes back to.
     ArborSections Sections;
     ArborSections SavedSections;
+    ArborGrid Grid;
 
     // Set while the drawing writes its derived values back into the boxes,
     // so that their change handlers leave those writes alone.
@@ -132,6 +149,9 @@ enum class FormPart
     Check2,
     Command1,
     Sections,   // working arbor sections and arbor-editing controls
+    ArbD,       // index: grid row
+    ArbH,       // index: grid row
+    ArbFlgB,    // index: grid row
     Captions,   // labels, tooltips, txtT_ThrowComment
     OptionFeed, // the option feed window's working copy
     Limit,      // the limit window's controls

@@ -1,6 +1,7 @@
 #include "editor_rules.h"
 
 #include "feed_limit_forms.h"
+#include "flag_hold.h"
 #include "kind_table.h"
 #include "numeric_text.h"
 #include "text_decoding.h"
@@ -9,21 +10,6 @@
 
 namespace qor {
 namespace {
-
-// Sets a guard flag for a scope and gives it back its previous value, so
-// that nested holds (a kind change inside a load) end in the right order.
-class FlagHold
-{
-public:
-    explicit FlagHold(bool &flag) : m_flag(flag), m_previous(flag) { m_flag = true; }
-    ~FlagHold() { m_flag = m_previous; }
-    FlagHold(const FlagHold &) = delete;
-    FlagHold &operator=(const FlagHold &) = delete;
-
-private:
-    bool &m_flag;
-    bool m_previous;
-};
 
 const ToolSlot *CurrentSlotOf(const ToolTable &table)
 {
@@ -95,19 +81,49 @@ bool EditorRules::RequestRedraw()
     return true;
 }
 
-void EditorRules::BoxChanged(FormField field)
+TextBox *FormBox(EditorForm &form, FormField field)
 {
     const auto index = static_cast<std::size_t>(field.Index);
-    const TextBox *box = nullptr;
+    switch (field.Part) {
+    case FormPart::MagNo:
+        return &form.MagNo;
+    case FormPart::Para:
+        return field.Index >= 0 && index < ParaCount ? &form.Para[index] : nullptr;
+    case FormPart::Length:
+        return field.Index >= 0 && index < LengthBoxCount ? &form.Lengths[index] : nullptr;
+    case FormPart::ToolName:
+        return &form.ToolName;
+    case FormPart::Shift:
+        return &form.Shift;
+    case FormPart::Pen:
+        return &form.Pen;
+    default:
+        return nullptr;
+    }
+}
+
+const TextBox *FormBox(const EditorForm &form, FormField field)
+{
+    return FormBox(const_cast<EditorForm &>(form), field);
+}
+
+void EditorRules::WriteBox(FormField field, std::string text)
+{
+    if (TextBox *box = FormBox(m_form, field)) {
+        WriteText(*box, field, std::move(text));
+    }
+}
+
+void EditorRules::BoxChanged(FormField field)
+{
     switch (field.Part) {
     case FormPart::Para:
-        box = index < ParaCount ? &m_form.Para[index] : nullptr;
+        if (m_ws.ParaChangeGuard) {
+            return;
+        }
         break;
     case FormPart::Length:
-        box = index < LengthBoxCount ? &m_form.Lengths[index] : nullptr;
-        break;
     case FormPart::Shift:
-        box = &m_form.Shift;
         break;
     case FormPart::Sections:
         RequestRedraw();
@@ -115,6 +131,7 @@ void EditorRules::BoxChanged(FormField field)
     default:
         return;
     }
+    const TextBox *box = FormBox(m_form, field);
     if (box != nullptr && IsNumeric(box->Text)) {
         RequestRedraw();
     }

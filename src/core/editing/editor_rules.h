@@ -42,6 +42,8 @@ public:
 
     EditorForm &Form() { return m_form; }
     const EditorForm &Form() const { return m_form; }
+    Workspace &Ws() { return m_ws; }
+    const Workspace &Ws() const { return m_ws; }
 
     void SetRedrawHandler(RedrawHandler handler) { m_redraw = std::move(handler); }
     void SetChangeListener(ChangeListener listener) { m_changed = std::move(listener); }
@@ -53,6 +55,12 @@ public:
     // The common change rule of a box the user typed into (its text is
     // already in the form): a numeric text redraws; Pen never redraws.
     void BoxChanged(FormField field);
+
+    // For the rules kept beside this class (field entry, length definition,
+    // arbor sections): writes the text of a box (see FormBox) and reports
+    // it when it changed; reports a write made straight into the form.
+    void WriteBox(FormField field, std::string text);
+    void Report(FormField field) { Notify(field); }
 
     // Chooses a kind list position and runs ToolClick. A position the list
     // does not offer (the tenth kind while it is not offered, anything
@@ -135,6 +143,11 @@ private:
     RedrawHandler m_redraw;
     ChangeListener m_changed;
 };
+
+// The text box a field names: MagNo, Para(i), a length box, ToolName,
+// Shift or Pen; nullptr for anything else or an index out of range.
+TextBox *FormBox(EditorForm &form, FormField field);
+const TextBox *FormBox(const EditorForm &form, FormField field);
 
 // The numeric value of a box as the rules read it: 0 for a text that is not
 // numeric (empty, a lone "-" or ".").

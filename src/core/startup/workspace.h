@@ -46,6 +46,8 @@ struct Workspace
     bool DrawHold = false;
     bool ArborOnlyMode = false; // the list window draws the file-level arbor alone
     bool ArborEdit = false;     // the editor edits the file-level arbor
+    // A Para change rule writes another Para box; Para changes do nothing.
+    bool ParaChangeGuard = false;
 
     bool ExtendedKinds = false;      // kinds 8 and 9 may be opened
     bool TenthKindOffered = false;   // the editor's kind list offers "T-T"

@@ -1,0 +1,282 @@
+#include "tool_list_commands.h"
+
+#include "atomic_file.h"
+#include "numeric_text.h"
+#include "tool_list_reader.h"
+#include "tool_list_writer.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+namespace qor {
+
+namespace {
+
+constexpr const char *Title = "QORTool";
+constexpr const char *HelpFileName = "QORTool_Help.txt";
+
+bool FolderExists(const std::string &path)
+{
+    std::string folder = DirOfPath(path);
+    if (folder.empty()) {
+        return true; // a bare name lies in the current folder
+    }
+    std::error_code error;
+    return std::filesystem::is_directory(std::filesystem::path(folder), error);
+}
+
+std::string Quoted(const std::string &path)
+{
+    return "\"" + path + "\"";
+}
+
+} // namespace
+
+ToolListCommands::ToolListCommands(Workspace &workspace, MessageService &messages,
+                                   ProgramStarter starter)
+    : m_ws(workspace), m_messages(messages), m_starter(std::move(starter))
+{}
+
+bool ToolListCommands::Read(const std::string &path)
+{
+    ToolTable &table = m_ws.Table;
+    const ReadResult result = ReadToolListFile(table, path);
+    switch (result.outcome) {
+    case ReadOutcome::Read:
+        return true;
+    case ReadOutcome::FormatError: {
+        std::string text = m_ws.Text("MSG", "MSG7") + "\n\n" + path;
+        if (result.error.line > 0) {
+            text += "\nLine " + std::to_string(result.error.line) + ": " + result.error.message;
+        } else {
+            text += "\n" + result.error.message;
+        }
+        m_messages.Show(text, MessageIcon::Exclamation);
+        return false;
+    }
+    case ReadOutcome::NotFound:
+        break;
+    }
+
+    if (path == DefaultToolListPath && m_ws.QuietDefaultRead) {
+        return false;
+    }
+    if (TrimSpaces(path).empty()) {
+        m_messages.Show(m_ws.Text("MSG", "MSG5") + m_ws.Text("MSG", "MSG10"),
+                        MessageIcon::Exclamation);
+        return false;
+    }
+    if (!FolderExists(path)) {
+        m_messages.Show(m_ws.Text("MSG", "MSG6") + m_ws.Text("MSG", "MSG10") + "\n\n" + path,
+                        MessageIcon::Exclamation);
+        return false;
+    }
+    if (FileExists(path)) {
+        // It is there but could not be opened: creating it would be wrong.
+        m_messages.Show("Cannot read " + Quoted(path) + ": " + result.error.message,
+                        MessageIcon::Exclamation);
+        return false;
+    }
+    const std::string question =
+        m_ws.Text("MSG", "MSG5") + " " + path + "\n\n" + m_ws.Text("MSG", "MSG9");
+    if (m_messages.Show(question, MessageIcon::Question, MessageButtons::YesNo, Title) !=
+        MessageAnswer::Yes) {
+        return false;
+    }
+    if (!CreateEmptyFile(path)) {
+        return false;
+    }
+    StartAtFirstPosition();
+    return true;
+}
+
+void ToolListCommands::StartAtFirstPosition()
+{
+    if (m_ws.Table.InitialMagazine < 1 && !m_ws.Table.Slots.empty()) {
+        m_ws.Table.InitialMagazine = 1;
+    }
+}
+
+bool ToolListCommands::CreateEmptyFile(const std::string &path)
+{
+    // "x": never truncate a file that appeared in the meantime.
+    std::FILE *file = std::fopen(path.c_str(), "wbx");
+    if (file == nullptr) {
+        const int error = errno;
+        m_messages.Show("Cannot create " + Quoted(path) + ": " +
+                            std::generic_category().message(error) + ".",
+                        MessageIcon::Exclamation);
+        return false;
+    }
+    std::fclose(file);
+    return true;
+}
+
+bool ToolListCommands::Save(const std::string &path, const std::string &magIniText, bool autoRead)
+{
+    WriteOptions options;
+    options.title = m_ws.Text("String", "Str80");
+    options.magIniText = magIniText;
+    if (Status written = WriteToolListFile(m_ws.Table, path, options); !written) {
+        m_messages.Show(written.error().message, MessageIcon::Exclamation, MessageButtons::Ok,
+                        Title);
+        return false;
+    }
+    StoreFileSettings(path, autoRead);
+    if (!m_ws.NoQuestionAfterSave &&
+        m_messages.Show(m_ws.Text("MSG", "MSG11") + m_ws.Text("MSG", "MSG12"),
+                        MessageIcon::Question, MessageButtons::YesNo,
+                        Title) == MessageAnswer::Yes) {
+        OpenInTextEditor(path);
+    }
+    return true;
+}
+
+void ToolListCommands::StoreFileSettings(const std::string &path, bool autoRead)
+{
+    m_ws.Settings.WriteIniString("Files", "TTL File", path);
+    StoreAutoRead(autoRead);
+}
+
+void ToolListCommands::StoreAutoRead(bool autoRead)
+{
+    m_ws.Settings.WriteIniString("Files", "Auto Read", autoRead ? "1" : "0");
+}
+
+bool ToolListCommands::Select(int row)
+{
+    ToolTable &table = m_ws.Table;
+    if (row < 0 || row >= static_cast<int>(table.Slots.size())) {
+        return false;
+    }
+    if (!m_ws.ExtendedKinds && table.Slots[static_cast<std::size_t>(row)].ToolKind >= KindRad) {
+        m_messages.Show("It isn't being supported.", MessageIcon::Critical);
+        return false;
+    }
+    table.CurrentSlot = static_cast<std::int16_t>(row);
+    return true;
+}
+
+bool ToolListCommands::RowSelected(int row)
+{
+    if (row >= 0 && row < static_cast<int>(m_ws.Table.Slots.size())) {
+        return true;
+    }
+    m_messages.Show(m_ws.Text("MSG", "MSG8"), MessageIcon::Information);
+    return false;
+}
+
+std::optional<int> ToolListCommands::Edit(int row)
+{
+    if (!RowSelected(row)) {
+        return std::nullopt;
+    }
+    ToolTable &table = m_ws.Table;
+    table.CurrentSlot = static_cast<std::int16_t>(row);
+    if (!table.Slots[static_cast<std::size_t>(row)].HasTool()) {
+        NewDataSet(table, row);
+    }
+    return row;
+}
+
+std::optional<int> ToolListCommands::NewTool()
+{
+    ToolTable &table = m_ws.Table;
+    const int slot = FirstFreeSlot(table);
+    if (slot < 0) {
+        m_messages.Beep();
+        m_messages.Show(m_ws.Text("MSG", "MSG14"), MessageIcon::Exclamation);
+        return std::nullopt;
+    }
+    table.CurrentSlot = static_cast<std::int16_t>(slot);
+    NewDataSet(table, slot);
+    StartAtFirstPosition();
+    return slot;
+}
+
+bool ToolListCommands::Delete(int row)
+{
+    if (!RowSelected(row)) {
+        return false;
+    }
+    const std::string question = m_ws.Text("MSG", "MSG15-1") + " " + std::to_string(row + 1) + " " +
+                                 m_ws.Text("MSG", "MSG15-2") + m_ws.Text("MSG", "MSG15-3");
+    if (m_messages.Show(question, MessageIcon::Question, MessageButtons::OkCancel, Title) !=
+        MessageAnswer::Ok) {
+        return false;
+    }
+    ClearSlot(m_ws.Table, row);
+    return true;
+}
+
+void ToolListCommands::OpenHelp()
+{
+    const std::string path = m_ws.Globals.AppDir + HelpFileName;
+    if (!FileExists(path)) {
+        m_messages.Show(m_ws.Text("MSG", "MSG16"), MessageIcon::Information);
+        return;
+    }
+    OpenInTextEditor(path, "NotePad.exe");
+}
+
+bool ToolListCommands::OpenInTextEditor(const std::string &path, std::string_view defaultProgram)
+{
+    const std::string program =
+        std::string(TrimSpaces(m_ws.Settings.GetIniString("Exe", "Text Editer", defaultProgram)));
+    if (m_starter && !program.empty() && m_starter(program, path)) {
+        return true;
+    }
+    m_messages.Show(m_ws.Text("MSG", "MSG5") + m_ws.Text("MSG", "MSG13"), MessageIcon::Exclamation);
+    return false;
+}
+
+bool ToolListCommands::CheckMagIni(const std::string &text)
+{
+    if (TrimSpaces(text).empty()) {
+        return true;
+    }
+    const std::optional<double> value = ToDouble(text);
+    if (value && *value == std::floor(*value) && *value >= 1 &&
+        *value <= m_ws.Globals.MagazineMax) {
+        m_ws.Table.InitialMagazine = static_cast<std::int16_t>(*value);
+        return true;
+    }
+    m_messages.Show(MagIniRefusalText(m_ws), MessageIcon::Exclamation);
+    return false;
+}
+
+std::string MagIniRefusalText(const Workspace &workspace)
+{
+    return workspace.Text("MSG", "MSG17-1") + " " + std::to_string(workspace.Globals.MagazineMax) +
+           " " + workspace.Text("MSG", "MSG17-2");
+}
+
+bool IsAbsolutePath(std::string_view path)
+{
+    if (!path.empty() && (path.front() == '/' || path.front() == '\\')) {
+        return true;
+    }
+    return path.size() >= 3 && path[1] == ':' && (path[2] == '\\' || path[2] == '/');
+}
+
+std::string InitialToolFileName(std::string_view commandLine, const std::string &currentDir,
+                                const Common &settings)
+{
+    const std::string_view name = TrimSpaces(commandLine);
+    if (name.empty()) {
+        return settings.GetIniString("Files", "TTL File", DefaultToolListPath);
+    }
+    if (IsAbsolutePath(name) || currentDir.empty()) {
+        return std::string(name);
+    }
+    std::string path = currentDir;
+    if (path.back() != '/' && path.back() != '\\') {
+        path += PathSeparator();
+    }
+    return path + std::string(name);
+}
+
+} // namespace qor

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "message_service.h"
+#include "workspace.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace qor {
+
+// Starts `program` with `path` as its one argument, without waiting for it;
+// false when it could not be started.
+using ProgramStarter = std::function<bool(const std::string &program, const std::string &path)>;
+
+// The commands of the tool list window over the workspace. Rows are slot
+// indices (magazine number - 1); -1 means no row is selected. Every message
+// goes through the message service; nothing here opens a window, so the
+// window only turns what these return into list updates and editor calls.
+class ToolListCommands
+{
+public:
+    ToolListCommands(Workspace &workspace, MessageService &messages, ProgramStarter starter);
+
+    void SetProgramStarter(ProgramStarter starter) { m_starter = std::move(starter); }
+
+    // Read: loads the tool list file into the table. True when the list must
+    // be rebuilt: the file was read, or a missing file was created on the
+    // user's request (the table then keeps its contents, and starts at
+    // position 1 when it had no initial magazine yet). False when nothing
+    // the list shows changed, and after a format error, which the message
+    // reports with the line: the list then keeps showing the table as it was,
+    // while the table holds what was read before the faulty line.
+    bool Read(const std::string &path);
+
+    // Save: writes the table to the file, stores "TTL File" and "Auto Read",
+    // and offers to open the file in the text editor (unless the workspace's
+    // NoQuestionAfterSave is set). False when the file could not be written:
+    // the message names the file and the reason, and the old file, the table
+    // and the settings are left as they were.
+    bool Save(const std::string &path, const std::string &magIniText, bool autoRead);
+
+    // Stores "TTL File" and "Auto Read" in section "Files" of the settings.
+    void StoreFileSettings(const std::string &path, bool autoRead);
+    void StoreAutoRead(bool autoRead);
+
+    // A table that has no initial magazine yet (nothing was read) starts at
+    // position 1, so that the list has rows to show its tools in.
+    void StartAtFirstPosition();
+
+    // A row was chosen in the list: it becomes the current slot. False, with a
+    // message and nothing changed, for a kind the program does not support.
+    bool Select(int row);
+
+    // Edit: the slot to open in the editor, which becomes the current slot;
+    // an empty position first receives the default new tool. Nothing, after
+    // "MSG8", when no row is selected.
+    std::optional<int> Edit(int row);
+
+    // New tool: the first free slot, current and holding the default new
+    // tool; nothing, after a beep and "MSG14", when the magazine is full.
+    // A table without an initial magazine then starts at position 1.
+    std::optional<int> NewTool();
+
+    // Delete: asks, then empties the slot. True when the tool was deleted.
+    bool Delete(int row);
+
+    // Help: opens the help file in the text editor, or shows "MSG16" when it
+    // is missing.
+    void OpenHelp();
+
+    // Opens a file in the configured text editor; "MSG5" and "MSG13" when it
+    // cannot be started. `defaultProgram` is written to the settings when
+    // no editor is configured.
+    bool OpenInTextEditor(const std::string &path, std::string_view defaultProgram = "Notepad.exe");
+
+    // The initial magazine box was left. Empty text is accepted; otherwise it
+    // must be a whole number from 1 to MagazineMax, which becomes the table's
+    // InitialMagazine (so that a rebuild of the list shows it again). Any
+    // other text is refused with a message; the table is left as it was.
+    bool CheckMagIni(const std::string &text);
+
+private:
+    bool RowSelected(int row);
+    bool CreateEmptyFile(const std::string &path);
+
+    Workspace &m_ws;
+    MessageService &m_messages;
+    ProgramStarter m_starter;
+};
+
+// The tool list file the list window starts with: the command line when it
+// names one (a relative name is taken from `currentDir`), else the "TTL File"
+// setting.
+std::string InitialToolFileName(std::string_view commandLine, const std::string &currentDir,
+                                const Common &settings);
+
+// True for a path that names its folder fully: a drive ("C:\", "C:/"), a
+// network share ("\\"), or a root ("/", "\").
+bool IsAbsolutePath(std::string_view path);
+
+// The text of the initial magazine refusal: "MSG17-1", the highest number,
+// "MSG17-2".
+std::string MagIniRefusalText(const Workspace &workspace);
+
+} // namespace qor

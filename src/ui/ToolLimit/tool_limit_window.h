@@ -1,0 +1,64 @@
+#pragma once
+
+#include "editor_form.h"
+#include "message_service.h"
+#include "workspace.h"
+
+#include <QWidget>
+#include <array>
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+
+namespace qor {
+
+class LeaveChecker;
+class NumericBox;
+
+// The limit window: the limit kind, output variant, value count and up to
+// four values of the tool open in the editor. Its controls are the editor
+// form's limit state, which storing the tool reads. A small tool window,
+// shown by the editor and hidden by CloseB, Escape, or as soon as another
+// window is activated.
+class ToolLimitWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ToolLimitWindow(Workspace &workspace, EditorForm &form, MessageService &messages,
+                    QWidget *parent = nullptr);
+
+    // Shows the form's limit state: list positions, values, enabled states.
+    void frmLimitSet();
+
+    // Puts the focus into value box i (after a store refused its text).
+    void FocusValue(int i);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void BuildControls();
+    void BuildLayout();
+    void SetCaptions();
+    void Connect();
+    bool ValueLeft(int i);
+    void HideUnlessActive();
+
+    Workspace &m_ws;
+    EditorForm &m_form;
+    MessageService &m_messages;
+    LeaveChecker *m_checker = nullptr;
+
+    QComboBox *m_cbLimKind = nullptr;
+    QComboBox *m_cbOutType = nullptr;
+    QComboBox *m_cbSetKind = nullptr;
+    std::array<NumericBox *, 4> m_tbLimVal{};
+    QLabel *m_lbTitle = nullptr;
+    std::array<QLabel *, 4> m_lb{};
+    QPushButton *m_closeB = nullptr;
+};
+
+} // namespace qor

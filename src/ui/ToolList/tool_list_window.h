@@ -1,0 +1,145 @@
+#pragma once
+
+#include "message_service.h"
+#include "tool_list_commands.h"
+#include "tool_list_rows.h"
+#include "workspace.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <array>
+#include <functional>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QModelIndex;
+class QPlainTextEdit;
+class QPushButton;
+class QSplitter;
+class QTableView;
+
+namespace qor {
+
+class InfoWindow;
+class PictureSurface;
+class PictureView;
+class ToolEditorLink;
+class ToolListModel;
+
+// The main window: every magazine position of the tool table in a list, the
+// tool list file and its commands, and the selected tool's picture and
+// parameter summary. Closing it closes the program's other windows.
+class ToolListWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // Asks for a file: title, filter (";;"-separated), start folder or file.
+    // An empty result means the user cancelled.
+    using FileChooser =
+        std::function<QString(const QString &title, const QString &filter, const QString &start)>;
+
+    // Builds the window and loads it: captions, fonts, the tool list file
+    // from `commandLineFile` (or the settings) and, when "Auto Read" is set,
+    // reads it at once; a missing default file is then passed over quietly.
+    ToolListWindow(Workspace &workspace, MessageService &messages,
+                   const QString &commandLineFile = {}, QWidget *parent = nullptr);
+    ~ToolListWindow() override;
+
+    // The editor that positions are handed to; null until one exists.
+    void SetEditorLink(ToolEditorLink *editor) { m_editor = editor; }
+
+    // What opens files in the text editor and what chooses files; tests
+    // replace them.
+    void SetProgramStarter(ProgramStarter starter);
+    void SetFileChooser(FileChooser chooser) { m_chooseFile = std::move(chooser); }
+
+    // The default new tool in a slot (the editor's NewB uses the table's).
+    void NewDataSet(int slot);
+
+    // Scrolls the list so that magazine number n is visible.
+    void ShowMagazine(int magazineNumber);
+
+    // The parameter summary of the current slot.
+    std::string MakeParamString() const;
+
+public slots:
+    // For the editor after it stored a tool: rebuilds the rows and selects
+    // the stored magazine number.
+    void ShowStoredTool(int magazineNumber);
+
+signals:
+    void closed();
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void BuildControls();
+    void BuildLayout();
+    void SetCaptions();
+    void SetFonts();
+    void SetColumnWidths();
+    int ListWidth() const;
+    void SetTabOrder();
+    void Connect();
+    void FormLoad(const QString &commandLineFile);
+
+    void OnCommand1();
+    void OnCommand2();
+    void OnCommand3();
+    void OnCommand4();
+    void OnCommand5();
+    void OnCommand6();
+    void OnCommand7();
+    void OnCommand8();
+    void OnCommand9();
+    void OnArborEdit();
+    void OnAutoReadClicked(bool checked);
+    void OnMagIniLeave();
+    void OnCurrentRowChanged(const QModelIndex &current);
+    void OnRowDoubleClicked(const QModelIndex &index);
+
+    // Rebuilds the rows and, when the list has rows, selects `row`.
+    void FillToolList(int row);
+    void SelectRow(int row);
+    int SelectedRow() const;
+    void OpenEditor(int slot);
+    void ShowParam();
+    void DrawPicture(PictureSurface &surface);
+    void ShowArborPicture(bool on);
+    std::string FileName() const;
+
+    Workspace &m_ws;
+    MessageService &m_messages;
+    ToolListCommands m_commands;
+    ToolEditorLink *m_editor = nullptr;
+    FileChooser m_chooseFile;
+    ToolListContents m_contents;
+    ToolListModel *m_model = nullptr;
+    bool m_checkingMagIni = false;
+    bool m_arborPicture = false; // the picture shows the file-level arbor
+    bool m_splitterPlaced = false;
+
+    QTableView *m_listV1 = nullptr;
+    QLineEdit *m_toolFileName = nullptr;
+    QLineEdit *m_magIni = nullptr;
+    QLineEdit *m_aArbType = nullptr;
+    QLineEdit *m_selectedItem = nullptr;
+    std::array<QLineEdit *, 3> m_text{};
+    QCheckBox *m_autoRead = nullptr;
+    QPushButton *m_aArbEditB = nullptr;
+    std::array<QPushButton *, 9> m_command{}; // Command1 .. Command9
+    QListWidget *m_list1 = nullptr;
+    QPlainTextEdit *m_param = nullptr;
+    PictureView *m_view = nullptr;
+    QSplitter *m_splitter = nullptr;
+    std::array<QLabel *, 13> m_label{}; // Label1 .. Label13
+    QPointer<InfoWindow> m_info;
+};
+
+} // namespace qor

@@ -1,0 +1,170 @@
+#include "listing_fixture.h"
+#include "profile_file.h"
+#include "tool_list_commands.h"
+
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+namespace qor::test {
+namespace {
+
+using Started = std::vector<std::pair<std::string, std::string>>;
+
+class Commands : public Listing
+{
+protected:
+    std::string Setting(std::string_view section, std::string_view key) const
+    {
+        return ReadProfileString(ws.Globals.IniPath, section, key);
+    }
+
+    const RecordingMessageService::Shown &OnlyMessage() const
+    {
+        EXPECT_EQ(messages.shown.size(), 1u);
+        static const RecordingMessageService::Shown none{};
+        return messages.shown.empty() ? none : messages.shown.front();
+    }
+
+    TempDir files;
+    Started started;
+    bool starts = true;
+    ToolListCommands commands{ws, messages,
+                              [this](const std::string &program, const std::string &path) {
+                                  started.emplace_back(program, path);
+                                  return starts;
+                              }};
+};
+
+// Reading
+
+TEST_F(Commands, AMissingFileIsCreatedEmptyOnlyWhenTheUserSaysYes)
+{
+    const std::string path = files.file("new.TTL");
+    NewDataSet(ws.Table, 4);
+    messages.answers = {MessageAnswer::No};
+
+    EXPECT_FALSE(commands.Read(path));
+
+    const auto &question = OnlyMessage();
+    EXPECT_EQ(question.text, Msg("MSG5") + " " + path + "\n\n" + Msg("MSG9"));
+    EXPECT_EQ(question.icon, MessageIcon::Question);
+    EXPECT_EQ(question.buttons, MessageButtons::YesNo);
+    EXPECT_EQ(question.title, "QORTool");
+    EXPECT_FALSE(std::filesystem::exists(path));
+
+    messages.shown.clear();
+    messages.answers = {MessageAnswer::Yes};
+    EXPECT_TRUE(commands.Read(path));
+
+    EXPECT_TRUE(std::filesystem::exists(path));
+    EXPECT_EQ(files.read("new.TTL"), "");
+    EXPECT_EQ(Slot(4).ToolKind, KindBal); // the table is kept, to be saved under the new name
+    EXPECT_EQ(ws.Table.InitialMagazine, 1);
+}
+
+TEST_F(Commands, AFormatErrorNamesTheLineAndKeepsWhatWasReadBefore)
+{
+    files.write("broken.TTL", SourceFile("data/samples/broken.TTL"));
+
+    EXPECT_FALSE(commands.Read(files.file("broken.TTL")));
+
+    const auto &message = OnlyMessage();
+    EXPECT_EQ(message.icon, MessageIcon::Exclamation);
+    EXPECT_EQ(message.text.rfind(Msg("MSG7"), 0), 0u);
+    EXPECT_NE(message.text.find("Line 7: "), std::string::npos) << message.text;
+    EXPECT_NE(message.text.find("FLA 8,30"), std::string::npos) << message.text;
+    EXPECT_EQ(Slot(1).ToolKind, KindBal);
+    EXPECT_EQ(Slot(2).ToolKind, KindNone);
+}
+
+// Saving
+
+TEST_F(Commands, AFailedSaveChangesNothingAndSaysWhy)
+{
+    files.write("atc.TTL", "old bytes");
+    const std::string missing = files.file("no such folder/atc.TTL");
+    NewDataSet(ws.Table, 0);
+    const ToolTable before = ws.Table;
+
+    EXPECT_FALSE(commands.Save(missing, "1", true));
+
+    const auto &message = OnlyMessage();
+    EXPECT_EQ(message.icon, MessageIcon::Exclamation);
+    EXPECT_NE(message.text.find(missing), std::string::npos) << message.text;
+    EXPECT_TRUE(ws.Table.Slots == before.Slots);
+    EXPECT_EQ(Setting("Files", "TTL File"), "");
+    EXPECT_EQ(files.read("atc.TTL"), "old bytes");
+}
+
+// The text editor
+
+TEST_F(Commands, TheConfiguredEditorOpensTheFileOrTheUserIsTold)
+{
+    ws.Settings.WriteIniString("Exe", "Text Editer", " kate ");
+
+    EXPECT_TRUE(commands.OpenInTextEditor("/x/atc.TTL"));
+    EXPECT_EQ(started, (Started{{"kate", "/x/atc.TTL"}}));
+    EXPECT_TRUE(messages.shown.empty());
+
+    starts = false;
+    EXPECT_FALSE(commands.OpenInTextEditor("/x/atc.TTL"));
+    EXPECT_EQ(OnlyMessage().text, Msg("MSG5") + Msg("MSG13"));
+}
+
+// Positions
+
+TEST_F(Commands, UnsupportedKindsAreRefusedOnlyWithoutExtendedKinds)
+{
+    Slot(2).ToolKind = KindTT;
+    EXPECT_TRUE(commands.Select(2));
+    EXPECT_EQ(ws.Table.CurrentSlot, 2);
+
+    ws.ExtendedKinds = false;
+    Slot(5).ToolKind = KindRad;
+    EXPECT_FALSE(commands.Select(5));
+    EXPECT_EQ(OnlyMessage().text, "It isn't being supported.");
+    EXPECT_EQ(OnlyMessage().icon, MessageIcon::Critical);
+    EXPECT_EQ(ws.Table.CurrentSlot, 2);
+}
+
+// The initial magazine box
+
+TEST_F(Commands, AValidInitialMagazineBecomesTheTablesOwn)
+{
+    ws.Table.InitialMagazine = 3;
+
+    EXPECT_TRUE(commands.CheckMagIni(""));
+    EXPECT_EQ(ws.Table.InitialMagazine, 3);
+    EXPECT_TRUE(commands.CheckMagIni(" 20 "));
+    EXPECT_EQ(ws.Table.InitialMagazine, 20);
+    EXPECT_TRUE(commands.CheckMagIni("7.0"));
+    EXPECT_EQ(ws.Table.InitialMagazine, 7);
+
+    for (const char *refused : {"-1", "1e9", "x", "1,5"}) {
+        EXPECT_FALSE(commands.CheckMagIni(refused)) << refused;
+    }
+    EXPECT_EQ(ws.Table.InitialMagazine, 7);
+    EXPECT_EQ(messages.shown.back().text, Msg("MSG17-1") + " 20 " + Msg("MSG17-2"));
+}
+
+// Start-up's file name
+
+TEST_F(Commands, TheFileToStartWithComesFromTheCommandLineOrTheSettings)
+{
+    EXPECT_EQ(InitialToolFileName("  ", "/work", ws.Settings), DefaultToolListPath);
+    EXPECT_EQ(Setting("Files", "TTL File"), DefaultToolListPath);
+    ws.Settings.WriteIniString("Files", "TTL File", "/data/atc.ttl");
+    EXPECT_EQ(InitialToolFileName("", "/work", ws.Settings), "/data/atc.ttl");
+
+    EXPECT_EQ(InitialToolFileName(" atc.TTL ", "/work", ws.Settings),
+              std::string("/work") + PathSeparator() + "atc.TTL");
+    EXPECT_EQ(InitialToolFileName("sub/atc.TTL", "/work/", ws.Settings), "/work/sub/atc.TTL");
+    for (const char *absolute :
+         {"/data/atc.TTL", "C:\\NC\\atc.TTL", "c:/NC/atc.TTL", "\\\\server\\share\\atc.TTL"}) {
+        EXPECT_EQ(InitialToolFileName(absolute, "/work", ws.Settings), absolute);
+    }
+}
+
+} // namespace
+} // namespace qor::test

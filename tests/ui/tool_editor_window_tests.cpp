@@ -1,0 +1,521 @@
+#include "editor_picture.h"
+#include "editor_windows.h"
+#include "qt_message_service.h"
+#include "tool_editor_window.h"
+#include "tool_fset_window.h"
+#include "tool_limit_window.h"
+#include "tool_list_reader.h"
+#include "tool_list_window.h"
+#include "window_fixture.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+#include <sstream>
+
+namespace qor::test {
+namespace {
+
+constexpr const char *Settings = "[Config]\r\nMagazine Max=30\r\nSUPPORT PEN MAX=8\r\n";
+
+// The editor's three windows over the machining centre sample, without the
+// list window.
+class EditorUi : public StartedProgram
+{
+protected:
+    void SetUp() override
+    {
+        StartProgram(Settings);
+        ASSERT_EQ(ReadToolListFile(ws.Table, Sample("machining_centre.TTL")).outcome,
+                  ReadOutcome::Read);
+        const EditorWindows windows = CreateEditorWindows(ws, nullptr, messages);
+        editor.reset(windows.Editor);
+        feed = windows.OptionFeed;
+        limit = windows.Limit;
+        redraws = std::make_unique<QSignalSpy>(editor.get(), &ToolEditorWindow::redrawn);
+    }
+
+    // Opens the editor on a magazine position as the list window does.
+    void Open(int magazine)
+    {
+        ws.Table.CurrentSlot = static_cast<std::int16_t>(magazine - 1);
+        editor->SetMagazineNumber(std::to_string(magazine));
+        editor->ShowEditor();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
+        Settle();
+        redraws->clear();
+        messages.shown.clear();
+    }
+
+    QLineEdit *Box(const char *name) { return Find<QLineEdit>(*editor, name); }
+
+    // Focus into the box and type over its whole text.
+    void Retype(QLineEdit *box, const QString &text)
+    {
+        box->setFocus(Qt::TabFocusReason);
+        Settle();
+        box->selectAll();
+        QTest::keyClicks(box, text);
+    }
+
+    void Tab()
+    {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        Settle();
+    }
+
+    // Lets the checks that wait for the focus change to finish run.
+    static void Settle()
+    {
+        for (int i = 0; i < 3; ++i) {
+            QCoreApplication::processEvents();
+        }
+    }
+
+    // Chooses a list entry from the keyboard, as a user would.
+    static void Choose(QComboBox *list, int index)
+    {
+        list->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(list, Qt::Key_Home);
+        for (int i = 0; i < index; ++i) {
+            QTest::keyClick(list, Qt::Key_Down);
+        }
+        Settle();
+    }
+
+    void Click(QWidget &parent, const char *name)
+    {
+        QTest::mouseClick(Find<QAbstractButton>(parent, name), Qt::LeftButton);
+        Settle();
+    }
+
+    std::unique_ptr<ToolEditorWindow> editor;
+    ToolFSetWindow *feed = nullptr;
+    ToolLimitWindow *limit = nullptr;
+    std::unique_ptr<QSignalSpy> redraws;
+};
+
+TEST_F(EditorUi, OvalDiameterSetsTheHalfWidthWithoutASecondRedraw)
+{
+    Open(15); // OVA/12,3,6,25
+
+    Retype(Box("Para_0"), "12");
+
+    EXPECT_EQ(Box("Para_7")->text(), "6");
+    EXPECT_EQ(redraws->count(), 2); // "1" and "12"; the Para(7) write draws nothing
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(EditorUi, KeysOutsideABoxsFilterBeepAndInsertNothing)
+{
+    Open(3); // CUT with a neck, an arbor and a shift
+    Click(*editor, "Check2");
+
+    struct Case
+    {
+        const char *box;
+        QString typed;
+        QString shown;
+    };
+    const Case cases[] = {
+        {"Para_0", "1/-2", "12"},   {"Para_1", "-1/.5", "-1.5"}, {"Length", "-7a5", "75"},
+        {"Shift", "-0.5/", "-0.5"}, {"Pen", "3.-", "3"},         {"ArbD_0", "-30", "30"},
+        {"ArbD_1", "-4", "-4"},     {"ArbH_1", "-1", "1"},       {"ShD", "- 6", "6"},
+    };
+    int beeps = 0;
+    for (const Case &c : cases) {
+        QLineEdit *box = Box(c.box);
+        if (!box->isEnabled()) {
+            ADD_FAILURE() << c.box << " is disabled";
+            continue;
+        }
+        Retype(box, c.typed);
+        EXPECT_EQ(box->text(), c.shown) << c.box;
+        beeps += static_cast<int>(c.typed.size() - c.shown.size());
+    }
+    EXPECT_EQ(messages.beeps, beeps);
+
+    // A paste passes only as a whole.
+    QApplication::clipboard()->setText("-25");
+    Box("Length")->selectAll();
+    QTest::keySequence(Box("Length"), QKeySequence::Paste);
+    EXPECT_EQ(Box("Length")->text(), "75");
+    Box("Shift")->selectAll();
+    QTest::keySequence(Box("Shift"), QKeySequence::Paste);
+    EXPECT_EQ(Box("Shift")->text(), "-25");
+}
+
+TEST_F(EditorUi, TheMinusSignFollowsTheKind)
+{
+    Open(12); // BUL: a hollow corner may be typed
+    Retype(Box("Para_1"), "-1");
+    EXPECT_EQ(Box("Para_1")->text(), "-1");
+
+    Choose(Find<QComboBox>(*editor, "Tool"), 8); // RAD uses Para(1) as a radius
+    Retype(Box("Para_1"), "-1");
+    EXPECT_EQ(Box("Para_1")->text(), "1");
+}
+
+TEST_F(EditorUi, ThePenRunsFromOneToBelowTheSupportedMaximum)
+{
+    Open(1); // PEN/1, maximum 8
+    QLineEdit *pen = Box("Pen");
+
+    Retype(pen, "8");
+    Tab();
+
+    ASSERT_EQ(messages.shown.size(), 1u);
+    EXPECT_NE(messages.shown[0].text.find(" 7 "), std::string::npos);
+    EXPECT_EQ(QApplication::focusWidget(), pen);
+    Settle();
+    EXPECT_EQ(messages.shown.size(), 1u); // no second message from the box the Tab reached
+
+    Retype(pen, "7");
+    Tab();
+
+    EXPECT_EQ(messages.shown.size(), 1u);
+    EXPECT_NE(QApplication::focusWidget(), pen);
+    EXPECT_EQ(redraws->count(), 0); // the pen is not drawn
+}
+
+TEST_F(EditorUi, AnEmptyBoxKeepsTheFocusUntilItHoldsANumber)
+{
+    Open(1);
+    QLineEdit *diameter = Box("Para_0");
+    Retype(diameter, "");
+    QTest::keyClick(diameter, Qt::Key_Backspace);
+
+    Retype(Box("Para_1"), ""); // leaving Para(0) for another empty box
+
+    ASSERT_EQ(messages.shown.size(), 1u);
+    EXPECT_EQ(messages.shown[0].text, Msg("MSG1"));
+    EXPECT_EQ(QApplication::focusWidget(), diameter);
+
+    // Cancelling never asks about the box.
+    Click(*editor, "CanB");
+    EXPECT_EQ(messages.shown.size(), 1u);
+    EXPECT_FALSE(editor->isVisible());
+    EXPECT_EQ(editor->Form().Para[0].Text, "10"); // the tool as the table holds it
+}
+
+TEST_F(EditorUi, NeckLengthsRaiseTheOverallLengthToTheirSum)
+{
+    Open(1); // LENGTH/75
+    Choose(Find<QComboBox>(*editor, "LenDef"), 3);
+    EXPECT_TRUE(Box("ShTb")->isEnabled());
+
+    Retype(Box("Length"), "50");
+    Retype(Box("ShT"), "30");
+    Retype(Box("ShTb"), "25");
+    Tab();
+
+    EXPECT_EQ(Box("Length")->text(), "55");
+
+    Retype(Box("Length"), "60");
+    Retype(Box("ShT"), "30");
+    Tab();
+
+    EXPECT_EQ(Box("Length")->text(), "60");
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(EditorUi, TheLimitWindowEnablesWhatTheLimitKindUses)
+{
+    Open(10); // LIMITSP/40,45,50,55
+    Click(*editor, "Command2");
+    ASSERT_TRUE(limit->isVisible());
+    auto *kind = Find<QComboBox>(*limit, "cbLimKind");
+    auto *count = Find<QComboBox>(*limit, "cbSetKind");
+    const auto enabled = [this] {
+        std::string mask;
+        for (const char *name :
+             {"cbOutType", "cbSetKind", "tbLimVal_0", "tbLimVal_1", "tbLimVal_2", "tbLimVal_3"}) {
+            mask += Find<QWidget>(*limit, name)->isEnabled() ? '1' : '0';
+        }
+        return mask;
+    };
+
+    EXPECT_EQ(kind->currentIndex(), 2);
+    EXPECT_EQ(Find<QComboBox>(*limit, "cbOutType")->currentIndex(), 1);
+    EXPECT_EQ(Find<QLineEdit>(*limit, "tbLimVal_3")->text(), "55");
+    EXPECT_EQ(enabled(), "111111");
+
+    Choose(count, 0);
+    EXPECT_EQ(enabled(), "111000");
+    Choose(kind, 0);
+    EXPECT_EQ(enabled(), "000000");
+    EXPECT_EQ(Find<QLineEdit>(*limit, "tbLimVal_0")->text(), "40"); // kept, only greyed
+    Choose(kind, 1);
+    EXPECT_EQ(enabled(), "111000");
+
+    ws.Table.CurrentSlot = 3;
+    editor->SetMagazineNumber("4"); // LIMIT/35, loaded with the tool
+    EXPECT_EQ(kind->currentIndex(), 1);
+    EXPECT_EQ(Find<QLineEdit>(*limit, "tbLimVal_0")->text(), "35");
+}
+
+TEST_F(EditorUi, TheOptionFeedWindowShowsEachLetterThroughItsScrollBar)
+{
+    Open(6); // OPT-F(A)/0,100,5,60,12,100,20 and OPT-F(V)/0,1200,8,900,20
+    Click(*editor, "Command1");
+    ASSERT_TRUE(feed->isVisible());
+
+    EXPECT_EQ(Find<QLineEdit>(*feed, "fMagNo")->text(), "6");
+    EXPECT_TRUE(Find<QCheckBox>(*feed, "Check1_1")->isChecked());
+    EXPECT_EQ(Find<QLineEdit>(*feed, "FV_1")->text(), "8");
+    EXPECT_EQ(Find<QLineEdit>(*feed, "FVV_0")->text(), "1200");
+    EXPECT_FALSE(Find<QLineEdit>(*feed, "FU_0")->isEnabled());
+
+    Find<QScrollBar>(*feed, "HScFV")->setValue(10);
+    QLineEdit *last = Find<QLineEdit>(*feed, "FV_9");
+    Retype(last, "2.5");
+    EXPECT_EQ(editor->Form().OptionFeed.FeedPos[1][19], 2.5f);
+
+    Click(*feed, "Check1_1");
+    EXPECT_FALSE(last->isEnabled());
+    EXPECT_EQ(last->text(), "2.5");
+    Click(*feed, "Check1_2");
+    EXPECT_TRUE(Find<QLineEdit>(*feed, "FU_0")->isEnabled());
+
+    editor->activateWindow(); // another window: the option feeds step aside
+    ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
+    Settle();
+    EXPECT_FALSE(feed->isVisible());
+    EXPECT_EQ(editor->Form().OptionFeed.FeedPos[1][19], 2.5f);
+}
+
+TEST_F(EditorUi, EnterStoresAndEscapeCancels)
+{
+    Open(7); // BAL/2,8
+    QSignalSpy stored(editor.get(), &ToolEditorWindow::stored);
+
+    Retype(Box("Para_0"), "4");
+    QTest::keyClick(Box("Para_0"), Qt::Key_Return);
+
+    ASSERT_EQ(stored.count(), 1);
+    EXPECT_EQ(stored.at(0).at(0).toInt(), 7);
+    EXPECT_EQ(ws.Table.Slots[6].ToolDia, 4);
+    EXPECT_EQ(ws.Table.Slots[6].CornerRad, 2); // the derived radius of a ball
+    EXPECT_FALSE(editor->isVisible());
+
+    Open(7);
+    Retype(Box("Para_0"), "9");
+    QTest::keyClick(Box("Para_0"), Qt::Key_Escape);
+
+    EXPECT_EQ(stored.count(), 1);
+    EXPECT_EQ(ws.Table.Slots[6].ToolDia, 4);
+    EXPECT_FALSE(editor->isVisible());
+}
+
+TEST_F(EditorUi, ArborSectionsAreEditedUnderTheScrollBarAndCancelledTogether)
+{
+    Open(3); // ARBOR3/20,30,1,34,40,0,63,16,0
+    const ArborSections loaded = ws.Table.Slots[2].Arbor;
+    auto *flag = Find<QPushButton>(*editor, "ArbFlgB_0");
+    EXPECT_EQ(flag->text(), "Tapered");
+
+    Click(*editor, "ArbFlgB_0");
+    Retype(Box("ArbD_2"), "70");
+    Find<QScrollBar>(*editor, "VS1")->setValue(5);
+    Retype(Box("ArbD_4"), "90"); // section 10
+    Retype(Box("ArbH_4"), "5");
+
+    EXPECT_EQ(flag->text(), "Straight");
+    EXPECT_EQ(Find<QLabel>(*editor, "ArbNo_4")->text(), "10");
+    EXPECT_EQ(editor->Form().Sections.Dia[2], 70);
+    EXPECT_EQ(editor->Form().Sections.Dia[9], 90);
+    EXPECT_EQ(redraws->count(), 6); // the flag, then one per keystroke
+
+    Click(*editor, "CanB");
+
+    EXPECT_EQ(editor->Form().Sections, loaded);
+    EXPECT_EQ(ws.Table.Slots[2].Arbor, loaded);
+    Open(3);
+    EXPECT_EQ(Box("ArbD_4")->text(), "0");
+    Find<QScrollBar>(*editor, "VS1")->setValue(0);
+    EXPECT_EQ(Box("ArbD_2")->text(), "63");
+}
+
+TEST_F(EditorUi, MagazineZeroEditsOnlyTheFileArbor)
+{
+    QSignalSpy stored(editor.get(), &ToolEditorWindow::stored);
+    const ToolSlot first = ws.Table.Slots[0];
+    ws.ArborEdit = true; // the list's arbor button
+    Open(1);
+    editor->SetMagazineNumber("0");
+
+    EXPECT_EQ(Find<QComboBox>(*editor, "Arbor")->currentIndex(), 1); // ARBOR/50,60,63,16
+    EXPECT_EQ(Box("ArbD_1")->text(), "63");
+    EXPECT_FALSE(Box("Para_0")->isEnabled());
+    EXPECT_FALSE(Find<QWidget>(*editor, "Tool")->isEnabled());
+
+    Retype(Box("ArbH_1"), "20");
+    Click(*editor, "OKB");
+
+    EXPECT_EQ(ws.Table.DefaultArbor.Len[1], 20);
+    EXPECT_EQ(ws.Table.Slots[0], first);
+    ASSERT_EQ(stored.count(), 1);
+    EXPECT_EQ(stored.at(0).at(0).toInt(), 0);
+}
+
+// Every kind of the sample is drawn; with QOR_SCREENSHOT_DIR set, the
+// windows are saved there as pictures to look at.
+TEST_F(EditorUi, EveryKindIsDrawnIntoThePicture)
+{
+    const QString shots = qEnvironmentVariable("QOR_SCREENSHOT_DIR");
+    editor->resize(1100, 760);
+    for (const int magazine : {1, 2, 3, 4, 6, 8, 9, 12, 13, 14, 15, 17, 18}) {
+        Open(magazine);
+        const QImage picture = Find<EditorPicture>(*editor, "View")->Image();
+        int ink = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                ink += qGray(picture.pixel(x, y)) < 128 ? 1 : 0;
+            }
+        }
+        EXPECT_GT(ink, 200) << "magazine " << magazine;
+        if (!shots.isEmpty()) {
+            editor->grab().save(QStringLiteral("%1/editor_%2.png").arg(shots).arg(magazine));
+        }
+    }
+    if (!shots.isEmpty()) {
+        Open(6);
+        Click(*editor, "Command1");
+        feed->grab().save(shots + "/option_feed.png");
+        Open(10);
+        Click(*editor, "Command2");
+        limit->grab().save(shots + "/limit.png");
+        ws.ArborEdit = true;
+        editor->SetMagazineNumber("0");
+        editor->grab().save(shots + "/file_arbor.png");
+    }
+}
+
+// With real, modal message boxes: leaving one empty box for another shows one
+// message, however the focus moves while the boxes come and go.
+TEST_F(StartedProgram, RealMessageBoxesNeverChaseEachOther)
+{
+    StartProgram(Settings);
+    ASSERT_EQ(ReadToolListFile(ws.Table, Sample("machining_centre.TTL")).outcome,
+              ReadOutcome::Read);
+    QtMessageService boxes;
+    std::unique_ptr<ToolEditorWindow> editor(CreateEditorWindows(ws, nullptr, boxes).Editor);
+    editor->ShowEditor();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
+    int answered = 0;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&answered] {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            ++answered;
+            box->accept();
+        }
+    });
+    answer.start(20);
+    QLineEdit *first = Find<QLineEdit>(*editor, "Para_0");
+    QLineEdit *second = Find<QLineEdit>(*editor, "Para_6");
+    second->setText("");
+    first->setFocus();
+    first->selectAll();
+    QTest::keyClick(first, Qt::Key_Backspace);
+
+    second->setFocus(Qt::MouseFocusReason);
+    QTest::qWait(400);
+
+    EXPECT_EQ(answered, 1);
+    EXPECT_EQ(QApplication::focusWidget(), first);
+
+    // The option feed window stays up over a message of its own.
+    QTest::keyClicks(first, "10");
+    QTest::mouseClick(Find<QPushButton>(*editor, "Command1"), Qt::LeftButton);
+    auto *feed = Find<ToolFSetWindow>(*editor, "ToolFSet");
+    QTest::qWait(50); // the click's own activation of the editor comes late
+    feed->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(feed));
+    QLineEdit *position = Find<QLineEdit>(*feed, "FA_0");
+    position->setFocus();
+    position->selectAll();
+    QTest::keyClick(position, Qt::Key_Backspace);
+    QTest::keyClick(position, Qt::Key_Tab);
+    QTest::qWait(400);
+
+    EXPECT_EQ(answered, 2);
+    EXPECT_TRUE(feed->isVisible());
+    EXPECT_EQ(QApplication::focusWidget(), position);
+}
+
+std::vector<std::string> Lines(const std::string &bytes)
+{
+    std::vector<std::string> lines;
+    std::istringstream in(bytes);
+    for (std::string line; std::getline(in, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+TEST_F(StartedProgram, AnEditedToolIsStoredAndSavedIntoTheFile)
+{
+    StartProgram(Settings);
+    ws.NoQuestionAfterSave = true;
+    const std::string path = Sample("machining_centre.TTL");
+    ToolListWindow list(ws, messages, QString::fromStdString(path));
+    list.show();
+    const EditorWindows windows = CreateEditorWindows(ws, &list, messages);
+    QTest::mouseClick(Find<QPushButton>(list, "Command4"), Qt::LeftButton);
+    std::vector<std::string> expected = Lines(files.read("machining_centre.TTL"));
+    const auto tool =
+        std::find(expected.begin(), expected.end(), "MAGAZINE07 = BAL/2,8,\"R1 ball finishing\"\r");
+    ASSERT_NE(tool, expected.end());
+    ASSERT_EQ(*(tool + 2), "PEN/2\r");
+    expected.erase(tool, tool + 3);
+    expected.insert(tool, {"MAGAZINE07 = BAL/3,8,\"R1.5 ball\"\r", "LENGTH2/60,8,0,3\r",
+                           "ARBOR/20,40,32,20\r", "SHIFT/-0.5\r", "PEN/4\r"});
+
+    ws.Table.CurrentSlot = 6;
+    windows.Editor->SetMagazineNumber("7");
+    windows.Editor->ShowEditor();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(windows.Editor));
+    const auto box = [&](const char *name) { return Find<QLineEdit>(*windows.Editor, name); };
+    const auto retype = [&](const char *name, const QString &text) {
+        box(name)->setFocus(Qt::TabFocusReason);
+        box(name)->selectAll();
+        QTest::keyClicks(box(name), text);
+        QCoreApplication::processEvents();
+    };
+    retype("Para_0", "3");
+    retype("ToolName", "R1.5 ball");
+    QComboBox *lenDef = Find<QComboBox>(*windows.Editor, "LenDef");
+    lenDef->setFocus();
+    QTest::keyClick(lenDef, Qt::Key_Down); // LENGTH/ to LENGTH2/
+    QComboBox *arbor = Find<QComboBox>(*windows.Editor, "Arbor");
+    arbor->setFocus();
+    QTest::keyClick(arbor, Qt::Key_Down); // none to ARBOR
+    retype("ArbD_0", "20");
+    retype("ArbH_0", "40");
+    retype("ArbD_1", "32");
+    retype("ArbH_1", "20");
+    QTest::mouseClick(Find<QCheckBox>(*windows.Editor, "Check1"), Qt::LeftButton);
+    retype("Shift", "-0.5");
+    retype("Pen", "4");
+    QTest::mouseClick(Find<QPushButton>(*windows.Editor, "OKB"), Qt::LeftButton);
+    QCoreApplication::processEvents();
+
+    EXPECT_FALSE(windows.Editor->isVisible());
+    QTest::mouseClick(Find<QPushButton>(list, "Command4"), Qt::LeftButton);
+
+    EXPECT_EQ(Lines(files.read("machining_centre.TTL")), expected);
+    EXPECT_TRUE(messages.shown.empty()) << messages.shown.front().text;
+}
+
+} // namespace
+} // namespace qor::test

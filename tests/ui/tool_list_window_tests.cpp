@@ -1,0 +1,439 @@
+#include "profile_file.h"
+#include "tool_list_window.h"
+#include "window_fixture.h"
+
+#include <QAbstractItemModel>
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+
+namespace qor::test {
+namespace {
+
+constexpr const char *ThirtyPositions = "[Config]\r\nMagazine Max=30\r\n";
+
+class ToolListUi : public StartedProgram
+{
+protected:
+    void Open(std::string_view ini, const std::string &file = {})
+    {
+        StartProgram(ini);
+        window = std::make_unique<ToolListWindow>(ws, messages, QString::fromStdString(file));
+        window->SetEditorLink(&editor);
+        window->SetProgramStarter([this](const std::string &program, const std::string &path) {
+            started.push_back(program + " " + path);
+            return true;
+        });
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        list = Find<QTableView>(*window, "ListV1");
+    }
+
+    // Opens the window on the machining centre sample, read at start.
+    void OpenSample()
+    {
+        const std::string sample = Sample("machining_centre.TTL");
+        Open(ThirtyPositions, sample);
+    }
+
+    QString CellText(int row, ListColumn column) const
+    {
+        return list->model()->index(row, static_cast<int>(column)).data().toString();
+    }
+
+    QPushButton &Button(const char *name) { return *Find<QPushButton>(*window, name); }
+    QLineEdit &Box(const char *name) { return *Find<QLineEdit>(*window, name); }
+
+    void Click(const char *button) { QTest::mouseClick(&Button(button), Qt::LeftButton); }
+
+    void ClickRow(int row)
+    {
+        const QModelIndex index = list->model()->index(row, 1);
+        list->scrollTo(index);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(index).center());
+    }
+
+    void DoubleClickRow(int row)
+    {
+        const QModelIndex index = list->model()->index(row, 1);
+        list->scrollTo(index);
+        // A double click is a click followed by the double-click event.
+        const QPoint centre = list->visualRect(index).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, centre);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, centre);
+    }
+
+    int SelectedRow() const
+    {
+        const QModelIndexList rows = list->selectionModel()->selectedRows();
+        return rows.size() == 1 ? rows.front().row() : -1;
+    }
+
+    std::string Setting(std::string_view section, std::string_view key) const
+    {
+        return ReadProfileString(ws.Globals.IniPath, section, key);
+    }
+
+    std::unique_ptr<ToolListWindow> window;
+    QTableView *list = nullptr;
+    RecordingEditor editor;
+    std::vector<std::string> started;
+};
+
+TEST_F(ToolListUi, ReadsTheFileGivenOnTheCommandLineAndShowsItsTools)
+{
+    OpenSample();
+
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(window->windowTitle(), "QORTool  ver_1.70");
+    ASSERT_EQ(list->model()->rowCount(), 30);
+    EXPECT_EQ(CellText(0, ListColumn::ToolKind), "CUT");
+    EXPECT_EQ(CellText(17, ListColumn::ToolName), QString::fromUtf8("\u00D820 x 4 T-slot"));
+    EXPECT_EQ(CellText(29, ListColumn::MagNo), "    30");
+    EXPECT_EQ(list->model()->index(0, 2).data(Qt::TextAlignmentRole).value<Qt::Alignment>() &
+                  Qt::AlignRight,
+              Qt::AlignRight);
+    EXPECT_EQ(list->model()->headerData(4, Qt::Horizontal).toString(),
+              QString::fromStdString(ws.Text("frmList", "Text25")));
+    EXPECT_EQ(Box("MagIni").text(), "1");
+    EXPECT_EQ(Box("aArbType").text(), QString::fromStdString(ws.Text("String", "Str11")));
+    EXPECT_TRUE(Button("Command4").isEnabled());
+    // The initial magazine's row is selected, with its summary.
+    EXPECT_EQ(SelectedRow(), 0);
+    EXPECT_EQ(Find<QPlainTextEdit>(*window, "Param")->toPlainText().toStdString(),
+              "Tip ang:  0.0       Taper:    0.0\nFlute L:  22.0\nOverall:  75.0");
+}
+
+TEST_F(ToolListUi, CaptionsComeFromTheCatalogueAndFontsFromTheSettings)
+{
+    Open("[Config]\r\nBUTTON FONT SIZE=14\r\nBUTTON FONT BOLD=0\r\nLISTVIEW FONT SIZE=12\r\n"
+         "TEXTBOX FONT SIZE=13\r\nCOLUMNHEADER FONT SIZE=7\r\n");
+
+    for (int i = 1; i <= 9; ++i) {
+        const QString name = QString("Command%1").arg(i);
+        QPushButton &button = Button(qPrintable(name));
+        EXPECT_EQ(button.text().toStdString(), ws.Text("frmList", "Text" + std::to_string(i)));
+        EXPECT_EQ(button.font().pointSize(), 14) << i;
+        EXPECT_FALSE(button.font().bold()) << i;
+    }
+    EXPECT_EQ(Button("aArbEditB").text().toStdString(), ws.Text("frmList", "Text10"));
+    EXPECT_EQ(Find<QCheckBox>(*window, "autoRead")->text().toStdString(),
+              ws.Text("frmList", "Text11"));
+    for (int i = 1; i <= 4; ++i) {
+        const QString name = QString("Label%1").arg(i);
+        EXPECT_EQ(Find<QLabel>(*window, qPrintable(name))->text().toStdString(),
+                  ws.Text("frmList", "Text" + std::to_string(11 + i)));
+    }
+    EXPECT_EQ(Find<QLabel>(*window, "Label5")->text(), "    Tool List");
+    EXPECT_EQ(list->font().pointSize(), 12);
+    EXPECT_EQ(list->horizontalHeader()->font().pointSize(), 7);
+    EXPECT_EQ(Box("ToolFileName").font().pointSize(), 13);
+    EXPECT_EQ(Find<QPlainTextEdit>(*window, "Param")->font().pointSize(), 13);
+}
+
+TEST_F(ToolListUi, TheMissingDefaultFileIsPassedOverAtStartButReportedWhenRead)
+{
+    Open(ThirtyPositions); // no file named: the default one, which is not there
+
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(Box("ToolFileName").text().toStdString(), DefaultToolListPath);
+    EXPECT_EQ(list->model()->rowCount(), 0);
+    EXPECT_FALSE(Button("Command4").isEnabled());
+
+    Click("Command2");
+
+    const auto message = TakeMessage();
+    EXPECT_EQ(message.text.rfind(Msg("MSG6") + Msg("MSG10"), 0), 0u) << message.text;
+    EXPECT_EQ(message.icon, MessageIcon::Exclamation);
+}
+
+TEST_F(ToolListUi, AFileInAMissingFolderIsReportedWithoutOfferingToCreateIt)
+{
+    OpenSample();
+    const std::string missing = files.file("no folder/atc.TTL");
+    Box("ToolFileName").setText(QString::fromStdString(missing));
+
+    Click("Command2");
+
+    const auto message = TakeMessage();
+    EXPECT_EQ(message.text, Msg("MSG6") + Msg("MSG10") + "\n\n" + missing);
+    EXPECT_EQ(message.buttons, MessageButtons::Ok);
+    EXPECT_FALSE(std::filesystem::exists(missing));
+    EXPECT_EQ(CellText(0, ListColumn::ToolKind), "CUT");
+}
+
+TEST_F(ToolListUi, AFormatErrorLeavesTheListAsItWas)
+{
+    OpenSample();
+    Box("ToolFileName").setText(QString::fromStdString(Sample("broken.TTL")));
+
+    Click("Command2");
+
+    EXPECT_EQ(TakeMessage().text.rfind(Msg("MSG7"), 0), 0u);
+    EXPECT_EQ(ws.Table.Slots[0].ToolKind, KindFla); // the table holds what was read
+    EXPECT_EQ(CellText(0, ListColumn::ToolKind), "CUT");
+    EXPECT_EQ(CellText(0, ListColumn::ToolName), "D10 R0.5 carbide");
+}
+
+TEST_F(ToolListUi, ChoosingARowShowsItAndHandsItToTheEditor)
+{
+    OpenSample();
+    editor.calls.clear();
+
+    ClickRow(5);
+
+    EXPECT_EQ(ws.Table.CurrentSlot, 5);
+    EXPECT_EQ(editor.calls, std::vector<std::string>{"MagNo 6"});
+    EXPECT_EQ(Find<QPlainTextEdit>(*window, "Param")->toPlainText().toStdString(),
+              "Tip ang:  0.0       Taper:    0.0\nFlute L:  20.0\n"
+              "Overall:  70.0      Neck L:   28.0\nShank D:  6.0       Shoulder: 5.6");
+
+    // The keyboard moves the selection the same way.
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(ws.Table.CurrentSlot, 6);
+    EXPECT_EQ(editor.calls.back(), "MagNo 7");
+}
+
+TEST_F(ToolListUi, EditingOpensTheEditorAndGivesAnEmptyPositionTheNewTool)
+{
+    OpenSample();
+    editor.calls.clear();
+
+    DoubleClickRow(4); // magazine 5 is empty
+
+    EXPECT_EQ(Box("SelectedItem").text(), "     5");
+    EXPECT_EQ(ws.Table.Slots[4].ToolKind, KindBal);
+    EXPECT_EQ(CellText(4, ListColumn::ToolKind), "BAL");
+    EXPECT_EQ(ws.Table.CurrentSlot, 4);
+    ASSERT_GE(editor.calls.size(), 2u);
+    EXPECT_EQ(editor.calls[editor.calls.size() - 2], "MagNo 5");
+    EXPECT_EQ(editor.calls.back(), "Show");
+
+    editor.calls.clear();
+    ClickRow(1);
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(editor.calls, (std::vector<std::string>{"MagNo 2", "MagNo 2", "Show"}));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(ToolListUi, WithoutAFileEditAndDeleteAskForARowAndNewToolStartsTheList)
+{
+    Open(ThirtyPositions);
+
+    Click("Command3");
+    EXPECT_EQ(TakeMessage().text, Msg("MSG8"));
+    Click("Command7");
+    EXPECT_EQ(TakeMessage().text, Msg("MSG8"));
+    EXPECT_TRUE(editor.calls.empty());
+
+    Click("Command6");
+    EXPECT_EQ(list->model()->rowCount(), 30);
+    EXPECT_EQ(CellText(0, ListColumn::ToolKind), "BAL");
+    EXPECT_EQ(Box("MagIni").text(), "1");
+    EXPECT_EQ(editor.calls.back(), "Show");
+}
+
+TEST_F(ToolListUi, DeleteAsksAndClearsThePositionOnlyOnOk)
+{
+    OpenSample();
+    ClickRow(1);
+    messages.answers = {MessageAnswer::Cancel};
+
+    Click("Command7");
+
+    const auto question = TakeMessage();
+    EXPECT_EQ(question.text, Msg("MSG15-1") + " 2 " + Msg("MSG15-2") + Msg("MSG15-3"));
+    EXPECT_EQ(question.icon, MessageIcon::Question);
+    EXPECT_EQ(question.buttons, MessageButtons::OkCancel);
+    EXPECT_EQ(question.title, "QORTool");
+    EXPECT_EQ(ws.Table.Slots[1].ToolKind, KindCut);
+    EXPECT_EQ(CellText(1, ListColumn::ToolKind), "CUT");
+
+    messages.answers = {MessageAnswer::Ok};
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Delete);
+
+    EXPECT_EQ(TakeMessage().buttons, MessageButtons::OkCancel);
+    EXPECT_EQ(ws.Table.Slots[1].ToolKind, KindNone);
+    EXPECT_EQ(CellText(1, ListColumn::ToolKind), "");
+    EXPECT_EQ(CellText(1, ListColumn::ToolName), "");
+    EXPECT_EQ(SelectedRow(), 1);
+    EXPECT_EQ(CellText(2, ListColumn::ToolKind), "CUT");
+}
+
+TEST_F(ToolListUi, NewToolFillsTheFirstFreePositionOrBeepsWhenFull)
+{
+    files.write("three.TTL", "INI = MAGAZINE01\r\nMAGAZINE01 = FLA/10,20\r\n"
+                             "MAGAZINE03 = FLA/8,16\r\n");
+    Open("[Config]\r\nMagazine Max=3\r\n", files.file("three.TTL"));
+    editor.calls.clear();
+
+    Click("Command6");
+
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(ws.Table.Slots[1].ToolKind, KindBal);
+    EXPECT_EQ(CellText(1, ListColumn::ToolKind), "BAL");
+    EXPECT_EQ(SelectedRow(), 1);
+    EXPECT_EQ(editor.calls.back(), "Show");
+
+    const std::vector<ToolSlot> full = ws.Table.Slots;
+    editor.calls.clear();
+    Click("Command6");
+
+    const auto message = TakeMessage();
+    EXPECT_EQ(message.text, Msg("MSG14"));
+    EXPECT_EQ(message.icon, MessageIcon::Exclamation);
+    EXPECT_EQ(messages.beeps, 1);
+    EXPECT_TRUE(ws.Table.Slots == full);
+    EXPECT_TRUE(editor.calls.empty());
+}
+
+TEST_F(ToolListUi, SavingAForeignFileKeepsABackupEachTime)
+{
+    OpenSample();
+    const std::string original = files.read("machining_centre.TTL");
+    messages.answers = {MessageAnswer::No};
+
+    Click("Command4");
+
+    const auto question = TakeMessage();
+    EXPECT_EQ(question.text, Msg("MSG11") + Msg("MSG12"));
+    EXPECT_EQ(question.buttons, MessageButtons::YesNo);
+    EXPECT_EQ(files.read("machining_centre_org1.TTL"), original);
+    const std::string saved = files.read("machining_centre.TTL");
+    EXPECT_NE(saved.find("edited with QORTool"), std::string::npos);
+    EXPECT_NE(saved.find("MAGAZINE18 = T-T/20,4,0.5,8,10,\"\xD8"), std::string::npos);
+    EXPECT_EQ(Setting("Files", "TTL File"), files.file("machining_centre.TTL"));
+    EXPECT_EQ(Setting("Files", "Auto Read"), "1");
+    EXPECT_TRUE(started.empty());
+    EXPECT_EQ(editor.calls.back(), "Hide");
+
+    // Still the same foreign file until it is read again: one more backup,
+    // holding the first save; Yes opens the file in the text editor.
+    messages.answers = {MessageAnswer::Yes};
+    Click("Command4");
+    TakeMessage();
+    EXPECT_EQ(files.read("machining_centre_org2.TTL"), saved);
+    EXPECT_EQ(started,
+              std::vector<std::string>{"Notepad.exe " + files.file("machining_centre.TTL")});
+
+    // Read back, it is this program's own file: no third backup.
+    Click("Command2");
+    messages.answers = {MessageAnswer::No};
+    Click("Command4");
+    TakeMessage();
+    EXPECT_FALSE(std::filesystem::exists(files.file("machining_centre_org3.TTL")));
+}
+
+TEST_F(ToolListUi, SavingItsOwnFileMakesNoBackupAndWritesTheInitialMagazineBox)
+{
+    const std::string own = Sample("edited_with_qortool.TTL");
+    Open(ThirtyPositions, own);
+    ASSERT_TRUE(messages.shown.empty());
+    ASSERT_GT(list->model()->rowCount(), 0);
+    ws.NoQuestionAfterSave = true;
+    Box("MagIni").setText("12");
+
+    Click("Command4");
+
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_NE(files.read("edited_with_qortool.TTL").find("INI = MAGAZINE12\r\n"),
+              std::string::npos);
+    for (const auto &entry : std::filesystem::directory_iterator(files.path())) {
+        EXPECT_EQ(entry.path().filename().string().find("_org"), std::string::npos) << entry.path();
+    }
+}
+
+TEST_F(ToolListUi, TheInitialMagazineMustBeAWholePositionNumber)
+{
+    OpenSample();
+    QLineEdit &magIni = Box("MagIni");
+
+    for (const char *refused : {"0", "2.5", "31", "abc"}) {
+        magIni.setText(refused);
+        LeaveBox(magIni);
+
+        const auto message = TakeMessage();
+        EXPECT_EQ(message.text, Msg("MSG17-1") + " 30 " + Msg("MSG17-2")) << refused;
+        EXPECT_EQ(message.icon, MessageIcon::Exclamation) << refused;
+    }
+    EXPECT_EQ(ws.Table.InitialMagazine, 1);
+
+    for (const char *accepted : {"", "30", "7"}) {
+        magIni.setText(accepted);
+        LeaveBox(magIni);
+    }
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(ws.Table.InitialMagazine, 7);
+}
+
+TEST_F(ToolListUi, TheArborButtonEditsTheFileArborWhileItHasTheFocus)
+{
+    OpenSample();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    editor.calls.clear();
+
+    Click("aArbEditB");
+
+    EXPECT_TRUE(ws.ArborEdit);
+    EXPECT_EQ(editor.calls, (std::vector<std::string>{"MagNo 0", "Show"}));
+
+    list->setFocus();
+    EXPECT_FALSE(ws.ArborEdit);
+}
+
+TEST_F(ToolListUi, AStoredToolIsShownAndSelected)
+{
+    OpenSample();
+    ws.Table.Slots[15].ToolKind = KindKeg;
+    ws.Table.Slots[15].ToolDia = 4;
+
+    window->ShowStoredTool(16);
+
+    EXPECT_EQ(CellText(15, ListColumn::ToolKind), "KEG");
+    EXPECT_EQ(CellText(15, ListColumn::ToolDia), "4.0");
+    EXPECT_EQ(SelectedRow(), 15);
+    EXPECT_EQ(ws.Table.CurrentSlot, 15);
+}
+
+TEST_F(ToolListUi, ClosingStoresTheFileSettingsAndTheAutoReadBoxStoresAtOnce)
+{
+    OpenSample();
+    auto *autoRead = Find<QCheckBox>(*window, "autoRead");
+
+    QTest::mouseClick(autoRead, Qt::LeftButton);
+    EXPECT_EQ(Setting("Files", "Auto Read"), "0");
+    EXPECT_EQ(Setting("Files", "TTL File"), "");
+
+    Click("Command5");
+
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(Setting("Files", "TTL File"), files.file("machining_centre.TTL"));
+    EXPECT_EQ(Setting("Files", "Auto Read"), "0");
+    EXPECT_EQ(editor.calls.back(), "Hide");
+}
+
+TEST_F(ToolListUi, HelpOpensTheHelpFileInTheTextEditor)
+{
+    OpenSample();
+    Click("Command8");
+    EXPECT_EQ(TakeMessage().text, Msg("MSG16"));
+
+    app.write("QORTool_Help.txt", "help");
+    Click("Command8");
+    EXPECT_EQ(started, std::vector<std::string>{"NotePad.exe " + app.file("QORTool_Help.txt")});
+}
+
+} // namespace
+} // namespace qor::test
