@@ -15,21 +15,71 @@ struct CommandName
 };
 
 constexpr CommandName Commands[] = {
-    {"check", CommandKind::Check},
-    {"dump", CommandKind::Dump},
-    {"normalize", CommandKind::Normalize},
-    {"catalogue-check", CommandKind::CatalogueCheck},
+    {"check", CommandKind::Check},         {"dump", CommandKind::Dump},
+    {"normalize", CommandKind::Normalize}, {"catalogue-check", CommandKind::CatalogueCheck},
+    {"render", CommandKind::Render},
 };
 
-std::optional<std::int16_t> ParseMagazineMax(std::string_view text)
+// Larger pictures would only be a way to run out of memory.
+constexpr int MaxPictureSide = 8192;
+
+std::optional<int> ParseWhole(std::string_view text, int lowest, int highest)
 {
     int value = 0;
     auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.empty() || ec != std::errc() || end != text.data() + text.size() || value < 1 ||
-        value > 32767) {
+    if (text.empty() || ec != std::errc() || end != text.data() + text.size() || value < lowest ||
+        value > highest) {
         return std::nullopt;
     }
-    return static_cast<std::int16_t>(value);
+    return value;
+}
+
+// "WIDTHxHEIGHT", as in 800x600.
+bool ParseSize(std::string_view text, RenderOptions &render)
+{
+    const auto cross = text.find_first_of("xX");
+    if (cross == text.npos) {
+        return false;
+    }
+    const auto width = ParseWhole(text.substr(0, cross), 1, MaxPictureSide);
+    const auto height = ParseWhole(text.substr(cross + 1), 1, MaxPictureSide);
+    if (!width || !height) {
+        return false;
+    }
+    render.width = *width;
+    render.height = *height;
+    return true;
+}
+
+std::string Lower(std::string_view text)
+{
+    std::string lower(text);
+    for (char &c : lower) {
+        c = (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return lower;
+}
+
+std::optional<ImageFormat> FormatNamed(std::string_view name)
+{
+    const std::string lower = Lower(name);
+    if (lower == "png") {
+        return ImageFormat::Png;
+    }
+    if (lower == "svg") {
+        return ImageFormat::Svg;
+    }
+    return std::nullopt;
+}
+
+std::optional<ImageFormat> FormatOfFileName(std::string_view name)
+{
+    const auto dot = name.rfind('.');
+    const auto slash = name.find_last_of("/\\");
+    if (dot == name.npos || (slash != name.npos && dot < slash)) {
+        return std::nullopt;
+    }
+    return FormatNamed(name.substr(dot + 1));
 }
 
 std::string Quoted(std::string_view text)
@@ -47,8 +97,11 @@ std::string Quoted(std::string_view text)
 Result<Invocation> ParseArguments(std::span<const std::string> args)
 {
     Invocation invocation;
+    RenderOptions &render = invocation.render;
     std::vector<std::string> positional;
     std::optional<Error> firstError;
+    std::optional<std::string> renderOption; // the first option only render takes
+    std::optional<ImageFormat> format;
     bool help = false;
     bool optionsEnded = false;
 
@@ -72,6 +125,11 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
             help = true;
             continue;
         }
+        if (arg == "--all" || arg == "--fixed") {
+            (arg == "--all" ? render.all : render.fixedScale) = true;
+            renderOption = renderOption.value_or(arg);
+            continue;
+        }
 
         // "--name=value" or "--name value" (and "-o value").
         std::string_view name = arg;
@@ -80,8 +138,9 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
             value = std::string(name.substr(equals + 1));
             name = name.substr(0, equals);
         }
-        const bool known =
-            name == "--catalogue" || name == "--magazine-max" || name == "-o" || name == "--output";
+        const bool forRender = name == "--slot" || name == "--size" || name == "--format";
+        const bool known = forRender || name == "--catalogue" || name == "--magazine-max" ||
+                           name == "-o" || name == "--output";
         if (!known) {
             fail("unknown option " + Quoted(name));
             continue;
@@ -93,6 +152,9 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
             }
             value = args[++i];
         }
+        if (forRender) {
+            renderOption = renderOption.value_or(std::string(name));
+        }
 
         if (name == "--catalogue") {
             if (value->empty()) {
@@ -100,10 +162,25 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
             }
             invocation.overrides.catalogue = *value;
         } else if (name == "--magazine-max") {
-            if (auto count = ParseMagazineMax(*value)) {
-                invocation.overrides.magazineMax = count;
+            if (auto count = ParseWhole(*value, 1, 32767)) {
+                invocation.overrides.magazineMax = static_cast<std::int16_t>(*count);
             } else {
                 fail("--magazine-max takes a whole number from 1 to 32767, not " + Quoted(*value));
+            }
+        } else if (name == "--slot") {
+            render.magazine = ParseWhole(*value, 1, 32767);
+            if (!render.magazine) {
+                fail("--slot takes a magazine number from 1 to 32767, not " + Quoted(*value));
+            }
+        } else if (name == "--size") {
+            if (!ParseSize(*value, render)) {
+                fail("--size takes WIDTHxHEIGHT in pixels, each from 1 to " +
+                     std::to_string(MaxPictureSide) + ", not " + Quoted(*value));
+            }
+        } else if (name == "--format") {
+            format = FormatNamed(*value);
+            if (!format) {
+                fail("--format takes png or svg, not " + Quoted(*value));
             }
         } else {
             if (value->empty()) {
@@ -145,12 +222,33 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
     }
     invocation.file = positional[1];
 
-    if (invocation.output && invocation.command != CommandKind::Normalize) {
-        return Error("-o is for normalize only");
+    const bool rendering = invocation.command == CommandKind::Render;
+    if (invocation.output && invocation.command != CommandKind::Normalize && !rendering) {
+        return Error("-o is for normalize and render only");
+    }
+    if (renderOption && !rendering) {
+        return Error(*renderOption + " is for render only");
     }
     if (invocation.command == CommandKind::CatalogueCheck &&
         (invocation.overrides.catalogue || invocation.overrides.magazineMax)) {
         return Error("catalogue-check takes neither --catalogue nor --magazine-max");
+    }
+    if (rendering) {
+        if (render.all == render.magazine.has_value()) {
+            return Error(render.all ? "render takes either --slot or --all, not both"
+                                    : "render needs --slot N or --all");
+        }
+        if (!invocation.output) {
+            return Error(render.all ? "render --all needs -o FOLDER" : "render needs -o OUT");
+        }
+        if (!format && render.magazine) {
+            format = FormatOfFileName(*invocation.output);
+            if (!format) {
+                return Error("cannot tell the picture format of " + Quoted(*invocation.output) +
+                             ": end it in .png or .svg, or give --format");
+            }
+        }
+        render.format = format.value_or(ImageFormat::Png);
     }
     return invocation;
 }
@@ -164,7 +262,8 @@ const char *HelpText()
 {
     return R"(Usage: ttltool COMMAND FILE [OPTIONS]
 
-Checks, shows and rewrites the tool list files (.TTL) of the tool changer.
+Checks, shows, rewrites and draws the tool list files (.TTL) of the tool
+changer.
 
 Commands:
   check FILE               Read FILE and report the first fault in it.
@@ -182,6 +281,21 @@ Commands:
                            Exit codes as for check, 3 when it cannot be written.
                              ttltool normalize Atc.ttl
                              ttltool normalize Atc.ttl -o Atc_clean.ttl
+  render FILE --slot N -o OUT [--fixed] [--size WxH] [--format png|svg]
+                           Draw the tool in magazine position N as the editor
+                           shows it, into the picture OUT (PNG or SVG, by
+                           --format or OUT's name ending in .png or .svg).
+                           Exit codes as for check, 1 also when position N is
+                           empty or beyond the table, 3 when OUT cannot be
+                           written.
+                             ttltool render Atc.ttl --slot 3 -o m3.png
+                             ttltool render Atc.ttl --slot 3 --fixed -o m3.svg
+  render FILE --all -o FOLDER [--fixed] [--size WxH] [--format png|svg]
+                           Draw every tool of FILE into FOLDER (made when
+                           missing), one picture a position, named after its
+                           magazine number and kind, as MAG03_CUT.png.
+                             ttltool render Atc.ttl --all -o pictures
+                             ttltool render Atc.ttl --all --format svg -o svg
   catalogue-check FILE     Load FILE as a message catalogue, print its version
                            and each text it leaves empty, one "section key" a
                            line. Exit 0 complete, 1 texts missing, 2 FILE cannot
@@ -196,7 +310,19 @@ Options, before or after the file names:
                            "Magazine Max" of QorTool.INI beside the program.
                              ttltool check Atc.ttl --magazine-max 200
   -o, --output OUT         normalize: write to OUT instead of over FILE.
+                           render: the picture, or the folder for --all.
                              ttltool normalize -o Atc_clean.ttl Atc.ttl
+  --slot N                 render: the magazine position N (from 1).
+  --all                    render: every position that holds a tool.
+  --fixed                  render: draw at true size (96 pixels an inch)
+                           instead of fitting tool and arbor into the picture;
+                           a long arbor then runs off the top.
+                             ttltool render Atc.ttl --slot 1 --fixed -o a.png
+  --size WxH               render: the picture's size in pixels (default
+                           800x600, each side at most 8192).
+                             ttltool render a.ttl --all --size 400x300 -o small
+  --format png|svg         render: the picture format; for --slot the name of
+                           OUT decides when this is not given, for --all png.
   -h, --help               Show this text.
                              ttltool --help
   --                       Everything after it is a file name.
@@ -204,7 +330,9 @@ Options, before or after the file names:
 
 Options that take a value also accept the form --option=VALUE.
 Like the editor, ttltool reads QorTool.INI and QORTool.msg from its own folder
-(catalogue-check needs neither). A wrong command line exits with 64.
+(catalogue-check needs neither). A wrong command line exits with 64, and so
+does render in a ttltool built without Qt. Without a display, render draws on
+Qt's offscreen platform unless QT_QPA_PLATFORM says otherwise.
 )";
 }
 

@@ -18,7 +18,27 @@ enum class CommandKind
     Check,
     Dump,
     Normalize,
-    CatalogueCheck
+    CatalogueCheck,
+    Render
+};
+
+enum class ImageFormat
+{
+    Png,
+    Svg
+};
+
+// What render draws and where (-o is the picture, or the folder for --all).
+struct RenderOptions
+{
+    std::optional<int> magazine; // --slot N, 1-based as in the file
+    bool all = false;            // every position that holds a tool
+    bool fixedScale = false;     // true size instead of fitted to the picture
+    int width = 800;             // pixels
+    int height = 600;
+    ImageFormat format = ImageFormat::Png; // --format, else the name of OUT (--slot)
+
+    bool operator==(const RenderOptions &) const = default;
 };
 
 // A command line that makes sense: one command, its file and the options.
@@ -26,14 +46,15 @@ struct Invocation
 {
     CommandKind command = CommandKind::Help;
     std::string file;
-    std::optional<std::string> output; // normalize -o
+    std::optional<std::string> output; // normalize and render -o
     StartupOverrides overrides;        // --catalogue, --magazine-max
+    RenderOptions render;
 
     bool operator==(const Invocation &other) const
     {
         return command == other.command && file == other.file && output == other.output &&
                overrides.catalogue == other.overrides.catalogue &&
-               overrides.magazineMax == other.overrides.magazineMax;
+               overrides.magazineMax == other.overrides.magazineMax && render == other.render;
     }
 };
 

@@ -152,8 +152,12 @@ int CatalogueCheck(const std::string &file, std::ostream &out, std::ostream &err
 } // namespace
 
 int RunInvocation(const Invocation &invocation, const std::string &appDir, std::ostream &out,
-                  std::ostream &err)
+                  std::ostream &err, PictureWriterFactory makeWriter)
 {
+    if (invocation.command == CommandKind::Render && makeWriter == nullptr) {
+        err << "ttltool: render is not available: this ttltool was built without Qt\n";
+        return ExitUsage;
+    }
     if (invocation.command == CommandKind::CatalogueCheck) {
         return CatalogueCheck(invocation.file, out, err);
     }
@@ -182,6 +186,8 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
         return 0;
     case CommandKind::Normalize:
         return Normalize(workspace, invocation, out, err);
+    case CommandKind::Render:
+        return Render(workspace, invocation, makeWriter, out, err);
     default:
         return 0;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arguments.h"
+#include "render_command.h"
 
 #include <iosfwd>
 #include <string>
@@ -18,8 +19,9 @@ inline constexpr int ExitCatalogueBroken = 2;
 
 // Runs one parsed command. `appDir` is the folder of the executable, where
 // the settings file and the catalogue lie. Results go to `out`, diagnostics
-// and start-up messages to `err`. Returns the process exit status.
+// and start-up messages to `err`. `makeWriter` draws for render; without it
+// render exits with ExitUsage. Returns the process exit status.
 int RunInvocation(const Invocation &invocation, const std::string &appDir, std::ostream &out,
-                  std::ostream &err);
+                  std::ostream &err, PictureWriterFactory makeWriter = nullptr);
 
 } // namespace qor::cli

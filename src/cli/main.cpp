@@ -1,7 +1,10 @@
-// ttltool: checks, shows and rewrites tool list files from the command line.
+// ttltool: checks, shows, rewrites and draws tool list files from the command line.
 #include "arguments.h"
 #include "commands.h"
 #include "executable_dir.h"
+#ifdef QOR_TTLTOOL_RENDERS
+#include "qt_picture_writer.h"
+#endif
 
 #include <iostream>
 #include <string>
@@ -15,9 +18,14 @@ int main(int argc, char **argv)
         std::cerr << qor::cli::UsageErrorLine(parsed.error()) << '\n';
         return qor::cli::ExitUsage;
     }
+#ifdef QOR_TTLTOOL_RENDERS
+    const qor::cli::PictureWriterFactory makeWriter = qor::cli::MakeQtPictureWriter;
+#else
+    const qor::cli::PictureWriterFactory makeWriter = nullptr;
+#endif
     const int status = qor::cli::RunInvocation(
-        parsed.value(), qor::cli::ExecutableDir(argc > 0 ? argv[0] : nullptr), std::cout,
-        std::cerr);
+        parsed.value(), qor::cli::ExecutableDir(argc > 0 ? argv[0] : nullptr), std::cout, std::cerr,
+        makeWriter);
     std::cout.flush();
     if (!std::cout) {
         std::cerr << "ttltool: the output cannot be written\n";

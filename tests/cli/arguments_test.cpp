@@ -12,8 +12,15 @@ Invocation Make(CommandKind command, std::string file, std::optional<std::string
                 std::optional<std::string> catalogue = {},
                 std::optional<std::int16_t> magazineMax = {})
 {
-    Invocation invocation{command, std::move(file), std::move(output), {}};
+    Invocation invocation{command, std::move(file), std::move(output), {}, {}};
     invocation.overrides = {std::move(catalogue), magazineMax};
+    return invocation;
+}
+
+Invocation MakeRender(std::string output, RenderOptions render)
+{
+    Invocation invocation = Make(CommandKind::Render, "Atc.ttl", std::move(output));
+    invocation.render = render;
     return invocation;
 }
 
@@ -31,6 +38,20 @@ TEST(ParseArguments, TakesOptionsBeforeAndAfterTheFile)
          Make(CommandKind::Normalize, "Atc.ttl", "out.ttl", "de.msg")},
         {{"check", "--", "-odd.ttl"}, Make(CommandKind::Check, "-odd.ttl")},
         {{"catalogue-check", "QORTool.msg"}, Make(CommandKind::CatalogueCheck, "QORTool.msg")},
+        {{"render", "Atc.ttl", "--slot", "3", "-o", "m3.png"},
+         MakeRender("m3.png", {.magazine = 3})},
+        {{"render", "--slot=32767", "Atc.ttl", "-o", "dir.svg/m.Svg"},
+         MakeRender("dir.svg/m.Svg", {.magazine = 32767, .format = ImageFormat::Svg})},
+        {{"render", "Atc.ttl", "--slot", "1", "--format", "png", "-o", "m.svg"},
+         MakeRender("m.svg", {.magazine = 1})},
+        {{"render", "--all", "Atc.ttl", "-o", "pictures", "--fixed", "--size=8192X1", "--format",
+          "SVG"},
+         MakeRender("pictures", {.magazine = std::nullopt,
+                                 .all = true,
+                                 .fixedScale = true,
+                                 .width = 8192,
+                                 .height = 1,
+                                 .format = ImageFormat::Svg})},
         {{"nonsense", "--bogus", "--help"}, Invocation{}},
         {{"check", "Atc.ttl", "-h"}, Invocation{}},
     };
@@ -58,7 +79,20 @@ TEST(ParseArguments, NamesTheFirstMistakeInOneLine)
         {{"check", "a.ttl", "--magazine-max", "32768"}, "from 1 to 32767"},
         {{"check", "a.ttl", "--magazine-max=12.5"}, "from 1 to 32767"},
         {{"check", "a.ttl", "--magazine-max", "20x"}, "from 1 to 32767"},
-        {{"dump", "a.ttl", "-o", "b.ttl"}, "-o is for normalize only"},
+        {{"dump", "a.ttl", "-o", "b.ttl"}, "-o is for normalize and render only"},
+        {{"dump", "a.ttl", "--all"}, "--all is for render only"},
+        {{"check", "a.ttl", "--size=10x10", "--fixed"}, "--size is for render only"},
+        {{"render", "a.ttl", "-o", "m.png"}, "render needs --slot N or --all"},
+        {{"render", "a.ttl", "--all", "--slot", "2", "-o", "d"}, "either --slot or --all"},
+        {{"render", "a.ttl", "--slot", "2"}, "render needs -o OUT"},
+        {{"render", "a.ttl", "--all"}, "render --all needs -o FOLDER"},
+        {{"render", "a.ttl", "--slot", "0", "-o", "m.png"}, "from 1 to 32767, not '0'"},
+        {{"render", "a.ttl", "--slot", "2", "-o", "m.jpg"}, "format of 'm.jpg'"},
+        {{"render", "a.ttl", "--slot", "2", "-o", "m.png/x"}, "format of 'm.png/x'"},
+        {{"render", "a.ttl", "--all", "-o", "d", "--format", "gif"}, "png or svg, not 'gif'"},
+        {{"render", "a.ttl", "--all", "-o", "d", "--size", "800"}, "WIDTHxHEIGHT"},
+        {{"render", "a.ttl", "--all", "-o", "d", "--size", "0x600"}, "not '0x600'"},
+        {{"render", "a.ttl", "--all", "-o", "d", "--size", "800x8193"}, "each from 1 to 8192"},
         {{"catalogue-check", "x.msg", "--catalogue", "y.msg"}, "neither"},
     };
     for (const auto &[args, fragment] : cases) {

@@ -13,6 +13,10 @@
 #include <sys/wait.h>
 #include <vector>
 
+#if TTLTOOL_RENDERS
+#include <QImage>
+#endif
+
 namespace qor::test {
 namespace {
 
@@ -138,7 +142,7 @@ TEST(Ttltool, DumpGivesEveryToolAsJsonWithCommentsInUtf8)
     const std::string cut = SlotText(json, 3);
     for (const char *field :
          {R"("KindWord": "CUT",)", R"("CornerRad": 0.3,)", R"("Param6": 2,)", R"("Param7": 12,)",
-          R"("ToolLength": 18,)", R"("LengthMode": 3,)", R"("Len1": 90,)", R"("Len2": 6,)",
+          R"("ToolLength": 18,)", R"("LengthMode": 3,)", R"("Len1": 90,)", R"("Len2": 10,)",
           R"("ArborMode": 3,)", R"("ArborSecFlag": [1, 0, 0],)", R"("ShiftValue": 0.05,)"}) {
         EXPECT_TRUE(Contains(cut, field)) << field << " not in\n" << cut;
     }
@@ -258,6 +262,119 @@ TEST(Ttltool, ReadsSettingsAndCatalogueBesideTheProgramUnlessTheCommandLineSaysO
     EXPECT_EQ(namedCatalogue.status, 0) << namedCatalogue.err;
 }
 
+#if TTLTOOL_RENDERS
+
+// The spot drill of the showcase in a 400 × 300 picture: white, its outline antialiased, and the
+// red SHIFT marker on the axis 2.5 mm above the tip, which the fitted scale puts 2.5 % of the
+// height above the bottom edge.
+TEST(Ttltool, RenderDrawsTheToolAndItsShiftMarkerOnWhite)
+{
+    ToolFolder tool;
+    tool.AddSample("drawing_showcase.TTL");
+
+    Outcome png = tool(
+        {"render", "drawing_showcase.TTL", "--slot", "2", "--size", "400x300", "-o", "spot.png"});
+    Outcome svg = tool({"render", "drawing_showcase.TTL", "--slot=2", "-o", "spot.svg"});
+    tool.dir.write("markup.TTL", "MAGAZINE01 = FLA/6,20,\"<D6> & \xD8 fast\"\r\n");
+    Outcome markup = tool({"render", "markup.TTL", "--slot", "1", "--format=svg", "-o", "m"});
+
+    ASSERT_EQ(png.status, 0) << png.err;
+    EXPECT_EQ(png.out, "wrote spot.png\n");
+    const QImage image(QString::fromStdString(tool.dir.file("spot.png")));
+    ASSERT_EQ(image.size(), QSize(400, 300));
+    int ink = 0;
+    int grey = 0;
+    double redX = 0.0;
+    double redY = 0.0;
+    int red = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            if (c.red() > 200 && c.green() < 100 && c.blue() < 100) {
+                redX += x;
+                redY += y;
+                ++red;
+            } else if (c.lightness() < 100) {
+                ++ink;
+            } else if (c.lightness() < 250) {
+                ++grey;
+            }
+        }
+    }
+    EXPECT_EQ(image.pixelColor(0, 0), QColor(Qt::white));
+    EXPECT_EQ(image.pixelColor(399, 299), QColor(Qt::white));
+    EXPECT_GT(ink, 1000);
+    EXPECT_GT(grey, 100) << "not antialiased";
+    ASSERT_GT(red, 0) << "no SHIFT marker";
+    // Tool and arbor are 70 + 35 + 25 + 16 = 146 mm long, drawn over 95 % of the height.
+    EXPECT_NEAR(redX / red, 199.5, 1.0);
+    EXPECT_NEAR(redY / red, 300.0 * (0.975 - 0.95 * 2.5 / 146.0), 1.0);
+
+    ASSERT_EQ(svg.status, 0) << svg.err;
+    const std::string text = tool.dir.read("spot.svg");
+    EXPECT_TRUE(Contains(text, "<svg")) << text;
+    EXPECT_TRUE(Contains(text, R"(viewBox="0 0 800 600")")) << text;
+    EXPECT_TRUE(Contains(text, "<title>CUT D10 spot drill 90deg</title>")) << text;
+    ASSERT_EQ(markup.status, 0) << markup.err;
+    EXPECT_TRUE(Contains(tool.dir.read("m"), "<title>FLA &lt;D6&gt; &amp; \xC3\x98 fast</title>"));
+}
+
+TEST(Ttltool, RenderAllDrawsEveryToolAndRefusesEmptyPositionsAndUnwritableFiles)
+{
+    ToolFolder tool;
+    tool.AddSample("drawing_showcase.TTL", "Atc.TTL");
+    tool.AddSample("machining_centre.TTL");
+
+    Outcome all = tool({"render", "Atc.TTL", "--all", "-o", "pictures/new"});
+    Outcome svgs = tool({"render", "machining_centre.TTL", "--all", "--format", "svg", "-o", "."});
+    Outcome empty = tool({"render", "machining_centre.TTL", "--slot", "5", "-o", "five.png"});
+    Outcome beyond = tool({"render", "Atc.TTL", "--slot", "101", "-o", "far.png"});
+    Outcome unwritable = tool({"render", "Atc.TTL", "--slot", "1", "-o", "no/such/x.png"});
+    Outcome inTheWay = tool({"render", "Atc.TTL", "--all", "-o", "Atc.TTL"});
+
+    ASSERT_EQ(all.status, 0) << all.err;
+    std::vector<std::string> names;
+    for (const auto &entry : fs::directory_iterator(tool.dir.file("pictures/new"))) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    ASSERT_EQ(names.size(), 14u);
+    EXPECT_EQ(names.front(), "MAG01_CUT.png");
+    EXPECT_EQ(names.back(), "MAG14_T-T.png");
+    EXPECT_EQ(QImage(QString::fromStdString(tool.dir.file("pictures/new/MAG09_KEG.png"))).size(),
+              QSize(800, 600));
+    EXPECT_EQ(svgs.status, 0) << svgs.err;
+    EXPECT_TRUE(fs::exists(tool.dir.file("MAG18_T-T.svg")));
+    EXPECT_FALSE(fs::exists(tool.dir.file("MAG05_CUT.svg")));
+
+    EXPECT_EQ(empty.status, 1);
+    EXPECT_EQ(empty.err, "machining_centre.TTL: magazine 5 holds no tool\n");
+    EXPECT_EQ(beyond.status, 1);
+    EXPECT_EQ(beyond.err, "Atc.TTL: magazine 101 lies beyond the table of 100 positions\n");
+    EXPECT_FALSE(fs::exists(tool.dir.file("five.png")) || fs::exists(tool.dir.file("far.png")));
+    for (const Outcome &failed : {unwritable, inTheWay}) {
+        EXPECT_EQ(failed.status, 3);
+        EXPECT_TRUE(failed.err.starts_with("Cannot ")) << failed.err;
+        EXPECT_EQ(std::count(failed.err.begin(), failed.err.end(), '\n'), 1) << failed.err;
+    }
+}
+
+#else
+
+TEST(Ttltool, RenderSaysItNeedsQt)
+{
+    ToolFolder tool;
+    tool.AddSample("drawing_showcase.TTL");
+
+    Outcome render = tool({"render", "drawing_showcase.TTL", "--slot", "1", "-o", "one.png"});
+
+    EXPECT_EQ(render.status, 64);
+    EXPECT_TRUE(Contains(render.err, "built without Qt")) << render.err;
+    EXPECT_FALSE(fs::exists(tool.dir.file("one.png")));
+}
+
+#endif
+
 TEST(Ttltool, HelpShowsEveryCommandAndOptionAndAWrongCommandLineExits64)
 {
     ToolFolder tool;
@@ -266,8 +383,10 @@ TEST(Ttltool, HelpShowsEveryCommandAndOptionAndAWrongCommandLineExits64)
     const std::vector<Outcome> mistakes = {tool({}), tool({"dump", "a.TTL", "b.TTL"})};
 
     EXPECT_EQ(help.status, 0);
-    for (const char *word : {"check FILE", "dump FILE", "normalize FILE", "catalogue-check FILE",
-                             "--catalogue FILE", "--magazine-max N", "-o, --output OUT"}) {
+    for (const char *word :
+         {"check FILE", "dump FILE", "normalize FILE", "catalogue-check FILE", "render FILE",
+          "--catalogue FILE", "--magazine-max N", "-o, --output OUT", "--slot N", "--all",
+          "--fixed", "--size WxH", "--format png|svg"}) {
         EXPECT_TRUE(Contains(help.out, word)) << word;
     }
     for (const Outcome &mistake : mistakes) {

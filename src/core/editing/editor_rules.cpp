@@ -1,5 +1,6 @@
 #include "editor_rules.h"
 
+#include "current_slot.h"
 #include "feed_limit_forms.h"
 #include "flag_hold.h"
 #include "kind_table.h"
@@ -11,24 +12,15 @@
 namespace qor {
 namespace {
 
-const ToolSlot *CurrentSlotOf(const ToolTable &table)
-{
-    const int slot = table.CurrentSlot;
-    if (slot < 0 || static_cast<std::size_t>(slot) >= table.Slots.size()) {
-        return nullptr;
-    }
-    return &table.Slots[static_cast<std::size_t>(slot)];
-}
-
 std::array<float, ParaCount> ParaValuesOf(const ToolSlot &slot)
 {
     return {slot.ToolDia, slot.CornerRad, slot.Param3,     slot.Param4,
             slot.Param5,  slot.Param6,    slot.ToolLength, slot.Param7};
 }
 
-// Arbor and length-definition lists have four entries; a mode outside them
-// (which no file read gives) shows as the first entry.
-int ListPosition(std::int16_t mode)
+// Arbor and length-definition lists have four entries; a mode or position
+// outside them (which no file read gives) counts as the first entry.
+int ListPosition(int mode)
 {
     return mode >= 0 && mode <= 3 ? mode : 0;
 }
@@ -257,8 +249,7 @@ void EditorRules::SelectLengthDefinition(int position)
 void EditorRules::ApplyLengthDefinition()
 {
     FlagHold hold(m_ws.DrawHold);
-    const int position =
-        m_form.LenDef.Index >= 0 && m_form.LenDef.Index <= 3 ? m_form.LenDef.Index : 0;
+    const int position = ListPosition(m_form.LenDef.Index);
     for (int k = 0; k < LengthBoxCount; ++k) {
         Assign(m_form.Lengths[static_cast<std::size_t>(k)].Enabled,
                LengthBoxesInUse[static_cast<std::size_t>(position)][static_cast<std::size_t>(k)],

@@ -1,18 +1,10 @@
 #include "feed_limit_forms.h"
 
+#include "current_slot.h"
 #include "numeric_text.h"
 
 namespace qor {
 namespace {
-
-const ToolSlot *CurrentSlotOf(const ToolTable &table)
-{
-    const int slot = table.CurrentSlot;
-    if (slot < 0 || static_cast<std::size_t>(slot) >= table.Slots.size()) {
-        return nullptr;
-    }
-    return &table.Slots[static_cast<std::size_t>(slot)];
-}
 
 void SetValueBoxes(LimitForm &limit, bool first, bool others)
 {

@@ -5,11 +5,13 @@
 #include "editor_store.h"
 #include "field_entry.h"
 #include "flag_hold.h"
+#include "form_controls.h"
 #include "kind_table.h"
 #include "leave_checker.h"
 #include "length_definition_choice.h"
 #include "numeric_box.h"
 #include "numeric_text.h"
+#include "qt_text.h"
 #include "settings_fonts.h"
 #include "tool_drawing.h"
 #include "tool_fset_window.h"
@@ -34,30 +36,11 @@ namespace {
 
 constexpr int BoxWidth = 76;
 
-QString Qs(const std::string &text)
-{
-    return QString::fromStdString(text);
-}
-
 // The label beside each box, by the number of its caption key.
 constexpr std::array<int, ParaCount> ParaLabels = {4, 5, 6, 7, 8, 9, 10, 15};
 constexpr std::array<int, LengthBoxCount> LengthLabels = {17, 18, 25, 27, 19, 20};
 constexpr std::array<const char *, LengthBoxCount> LengthTips = {"Text77", "Text79", "Text87",
                                                                  "Text89", "Text76", "Text91"};
-
-void ShowList(QComboBox &list, const ListBox &state)
-{
-    if (list.currentIndex() != state.Index) {
-        list.setCurrentIndex(state.Index);
-    }
-    list.setEnabled(state.Enabled);
-}
-
-void ShowBox(NumericBox &box, const TextBox &state)
-{
-    box.ShowText(Qs(state.Text));
-    box.setEnabled(state.Enabled);
-}
 
 } // namespace
 

@@ -1,23 +1,16 @@
 #include "tool_fset_window.h"
 
-#include "field_entry.h"
-#include "leave_checker.h"
 #include "numeric_box.h"
-#include "settings_fonts.h"
-#include "window_look.h"
+#include "qt_text.h"
 
-#include <QApplication>
 #include <QCheckBox>
-#include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace qor {
@@ -25,11 +18,6 @@ namespace {
 
 constexpr int BoxWidth = 58;
 constexpr std::array<const char *, OptFeedLetterCount> LetterNames = {"A", "V", "U", "D"};
-
-QString Qs(const std::string &text)
-{
-    return QString::fromStdString(text);
-}
 
 QString BoxName(FeedBox box)
 {
@@ -43,14 +31,11 @@ QString BoxName(FeedBox box)
 
 ToolFSetWindow::ToolFSetWindow(Workspace &workspace, EditorForm &form, MessageService &messages,
                                QWidget *parent)
-    : QWidget(parent, Qt::Tool), m_ws(workspace), m_form(form), m_messages(messages)
+    : AuxiliaryToolWindow(QStringLiteral("ToolFSet"), workspace, messages, parent), m_form(form)
 {
-    setObjectName(QStringLiteral("ToolFSet"));
-    m_checker = new LeaveChecker(this);
     BuildControls();
     BuildLayout();
     SetCaptions();
-    UseBoxColours(*this);
     Connect();
     SetfrmFSet();
 }
@@ -80,29 +65,12 @@ void ToolFSetWindow::BuildControls()
             const int rows = value != 0 ? FeedValueBoxes : FeedPositionBoxes;
             for (int row = 0; row < rows; ++row) {
                 const FeedBox box{letter, value != 0, row};
-                auto *edit = new NumericBox(this);
+                auto *edit = AddNumericBox([this, box] { return BoxLeft(box); });
                 edit->setObjectName(BoxName(box));
                 edit->setFixedWidth(BoxWidth);
                 edit->setAlignment(Qt::AlignRight);
-                edit->SetKeyFilter([this](int key) {
-                    if (NumKey(key) == 0) {
-                        m_messages.Beep();
-                        return false;
-                    }
-                    return true;
-                });
-                edit->SetPasteFilter([this](const QString &text) {
-                    for (const QChar c : text) {
-                        if (NumKey(c.unicode()) == 0 || c.unicode() == KeyBackspace) {
-                            m_messages.Beep();
-                            return false;
-                        }
-                    }
-                    return true;
-                });
                 (value != 0 ? m_val[l][static_cast<std::size_t>(row)]
                             : m_pos[l][static_cast<std::size_t>(row)]) = edit;
-                m_checker->Watch(edit, [this, box] { return BoxLeft(box); });
             }
         }
         for (int row = 0; row < FeedPositionBoxes; ++row) {
@@ -112,11 +80,7 @@ void ToolFSetWindow::BuildControls()
             m_posNumbers[l][static_cast<std::size_t>(row)] = number;
         }
     }
-    m_canB = new QPushButton(this);
-    m_canB->setObjectName(QStringLiteral("CanB"));
-    m_canB->setAutoDefault(false);
-    ApplySettingsFont(*m_canB, m_ws.Globals.ButtonFontSize, m_ws.Globals.ButtonFontBold);
-    m_checker->DeferFor(m_canB);
+    m_canB = AddCloseButton(QStringLiteral("CanB"));
 }
 
 void ToolFSetWindow::BuildLayout()
@@ -197,12 +161,6 @@ void ToolFSetWindow::SetCaptions()
 
 void ToolFSetWindow::Connect()
 {
-    // Activation may reach another window only after passing through none.
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
-        if (now != nullptr && now->window() != this && isVisible()) {
-            QTimer::singleShot(0, this, &ToolFSetWindow::HideUnlessActive);
-        }
-    });
     for (int letter = 0; letter < OptFeedLetterCount; ++letter) {
         const auto l = static_cast<std::size_t>(letter);
         connect(m_check[l], &QCheckBox::clicked, this,
@@ -222,10 +180,6 @@ void ToolFSetWindow::Connect()
                     });
         }
     }
-    connect(m_canB, &QPushButton::clicked, this, [this] {
-        m_checker->DropPending();
-        hide();
-    });
 }
 
 int ToolFSetWindow::Offset(int letter) const
@@ -298,38 +252,9 @@ void ToolFSetWindow::BoxEdited(FeedBox box, const QString &text)
 
 bool ToolFSetWindow::BoxLeft(FeedBox box)
 {
-    if (StoreFeedBox(m_form.OptionFeed, box, Offset(box.Letter), Box(box)->text().toStdString())) {
-        return true;
-    }
-    m_messages.Show(m_ws.Text("MSG", "MSG1"), MessageIcon::Exclamation, MessageButtons::Ok);
-    return false;
-}
-
-void ToolFSetWindow::changeEvent(QEvent *event)
-{
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
-        // Decided once the activation has settled: a message of this window
-        // takes the activation too, and must not close it.
-        QTimer::singleShot(0, this, &ToolFSetWindow::HideUnlessActive);
-    }
-}
-
-void ToolFSetWindow::HideUnlessActive()
-{
-    if (isVisible() && !m_checker->Busy() && AnotherWindowTookOver(*this)) {
-        hide();
-    }
-}
-
-void ToolFSetWindow::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Escape) {
-        m_checker->DropPending();
-        hide();
-        return;
-    }
-    QWidget::keyPressEvent(event);
+    return StoreFeedBox(m_form.OptionFeed, box, Offset(box.Letter),
+                        Box(box)->text().toStdString()) ||
+           RefuseNumber();
 }
 
 } // namespace qor

@@ -1,11 +1,9 @@
 #pragma once
 
+#include "auxiliary_tool_window.h"
 #include "editor_form.h"
-#include "message_service.h"
 #include "option_feed_rows.h"
-#include "workspace.h"
 
-#include <QWidget>
 #include <array>
 
 class QCheckBox;
@@ -16,16 +14,14 @@ class QScrollBar;
 
 namespace qor {
 
-class LeaveChecker;
 class NumericBox;
 
 // The option feed window: the four option feed tables (letters A, V, U, D)
 // of the tool open in the editor, each through ten position boxes and nine
 // value boxes that its scroll bar moves along the table. It edits the
-// editor form's working copy, which storing the tool reads. A small tool
-// window, shown by the editor and hidden by CanB, Escape, or as soon as
-// another window is activated.
-class ToolFSetWindow : public QWidget
+// editor form's working copy, which storing the tool reads. Shown by the
+// editor; CanB hides it.
+class ToolFSetWindow : public AuxiliaryToolWindow
 {
     Q_OBJECT
 
@@ -39,10 +35,6 @@ public:
 
     int Offset(int letter) const;
 
-protected:
-    void changeEvent(QEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-
 private:
     void BuildControls();
     void BuildLayout();
@@ -54,12 +46,8 @@ private:
     void BoxEdited(FeedBox box, const QString &text);
     bool BoxLeft(FeedBox box);
     NumericBox *Box(FeedBox box) const;
-    void HideUnlessActive();
 
-    Workspace &m_ws;
     EditorForm &m_form;
-    MessageService &m_messages;
-    LeaveChecker *m_checker = nullptr;
     bool m_loading = false; // the window writes into its own boxes
 
     QLineEdit *m_fMagNo = nullptr;

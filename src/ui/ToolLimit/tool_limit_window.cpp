@@ -1,52 +1,26 @@
 #include "tool_limit_window.h"
 
 #include "feed_limit_forms.h"
-#include "field_entry.h"
-#include "leave_checker.h"
+#include "form_controls.h"
 #include "numeric_box.h"
 #include "numeric_text.h"
-#include "settings_fonts.h"
-#include "window_look.h"
+#include "qt_text.h"
 
-#include <QApplication>
 #include <QComboBox>
-#include <QEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace qor {
-namespace {
-
-QString Qs(const std::string &text)
-{
-    return QString::fromStdString(text);
-}
-
-void ShowList(QComboBox &list, const ListBox &state)
-{
-    if (list.currentIndex() != state.Index) {
-        list.setCurrentIndex(state.Index);
-    }
-    list.setEnabled(state.Enabled);
-}
-
-} // namespace
-
 ToolLimitWindow::ToolLimitWindow(Workspace &workspace, EditorForm &form, MessageService &messages,
                                  QWidget *parent)
-    : QWidget(parent, Qt::Tool), m_ws(workspace), m_form(form), m_messages(messages)
+    : AuxiliaryToolWindow(QStringLiteral("ToolLimit"), workspace, messages, parent), m_form(form)
 {
-    setObjectName(QStringLiteral("ToolLimit"));
-    m_checker = new LeaveChecker(this);
     BuildControls();
     BuildLayout();
     SetCaptions();
-    UseBoxColours(*this);
     Connect();
     frmLimitSet();
 }
@@ -70,35 +44,14 @@ void ToolLimitWindow::BuildControls()
         auto *label = new QLabel(this);
         label->setObjectName(QStringLiteral("lb%1").arg(i + 1));
         m_lb[static_cast<std::size_t>(i)] = label;
-        auto *box = new NumericBox(this);
+        auto *box = AddNumericBox([this, i] { return ValueLeft(i); });
         box->setObjectName(QStringLiteral("tbLimVal_%1").arg(i));
         box->setAlignment(Qt::AlignRight);
         box->setMaximumWidth(110);
-        box->SetKeyFilter([this](int key) {
-            if (NumKey(key) == 0) {
-                m_messages.Beep();
-                return false;
-            }
-            return true;
-        });
-        box->SetPasteFilter([this](const QString &text) {
-            for (const QChar c : text) {
-                if (NumKey(c.unicode()) == 0 || c.unicode() == KeyBackspace) {
-                    m_messages.Beep();
-                    return false;
-                }
-            }
-            return true;
-        });
         label->setBuddy(box);
         m_tbLimVal[static_cast<std::size_t>(i)] = box;
-        m_checker->Watch(box, [this, i] { return ValueLeft(i); });
     }
-    m_closeB = new QPushButton(this);
-    m_closeB->setObjectName(QStringLiteral("CloseB"));
-    m_closeB->setAutoDefault(false);
-    ApplySettingsFont(*m_closeB, m_ws.Globals.ButtonFontSize, m_ws.Globals.ButtonFontBold);
-    m_checker->DeferFor(m_closeB);
+    m_closeB = AddCloseButton(QStringLiteral("CloseB"));
 }
 
 void ToolLimitWindow::BuildLayout()
@@ -148,12 +101,6 @@ void ToolLimitWindow::SetCaptions()
 
 void ToolLimitWindow::Connect()
 {
-    // Activation may reach another window only after passing through none.
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
-        if (now != nullptr && now->window() != this && isVisible()) {
-            QTimer::singleShot(0, this, &ToolLimitWindow::HideUnlessActive);
-        }
-    });
     connect(m_cbLimKind, &QComboBox::activated, this, [this](int index) {
         m_form.Limit.LimKind.Index = index;
         LimitKindClick(m_form.Limit);
@@ -172,10 +119,6 @@ void ToolLimitWindow::Connect()
                     m_form.Limit.Values[static_cast<std::size_t>(i)].Text = text.toStdString();
                 });
     }
-    connect(m_closeB, &QPushButton::clicked, this, [this] {
-        m_checker->DropPending();
-        hide();
-    });
 }
 
 void ToolLimitWindow::frmLimitSet()
@@ -185,8 +128,7 @@ void ToolLimitWindow::frmLimitSet()
     ShowList(*m_cbOutType, limit.OutType);
     ShowList(*m_cbSetKind, limit.SetKind);
     for (std::size_t i = 0; i < 4; ++i) {
-        m_tbLimVal[i]->ShowText(Qs(limit.Values[i].Text));
-        m_tbLimVal[i]->setEnabled(limit.Values[i].Enabled);
+        ShowBox(*m_tbLimVal[i], limit.Values[i]);
     }
 }
 
@@ -200,36 +142,8 @@ void ToolLimitWindow::FocusValue(int i)
 
 bool ToolLimitWindow::ValueLeft(int i)
 {
-    if (ToSingle(m_tbLimVal[static_cast<std::size_t>(i)]->text().toStdString())) {
-        return true;
-    }
-    m_messages.Show(m_ws.Text("MSG", "MSG1"), MessageIcon::Exclamation, MessageButtons::Ok);
-    return false;
-}
-
-void ToolLimitWindow::changeEvent(QEvent *event)
-{
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
-        QTimer::singleShot(0, this, &ToolLimitWindow::HideUnlessActive);
-    }
-}
-
-void ToolLimitWindow::HideUnlessActive()
-{
-    if (isVisible() && !m_checker->Busy() && AnotherWindowTookOver(*this)) {
-        hide();
-    }
-}
-
-void ToolLimitWindow::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Escape) {
-        m_checker->DropPending();
-        hide();
-        return;
-    }
-    QWidget::keyPressEvent(event);
+    return ToSingle(m_tbLimVal[static_cast<std::size_t>(i)]->text().toStdString()).has_value() ||
+           RefuseNumber();
 }
 
 } // namespace qor

@@ -1,10 +1,8 @@
 #pragma once
 
+#include "auxiliary_tool_window.h"
 #include "editor_form.h"
-#include "message_service.h"
-#include "workspace.h"
 
-#include <QWidget>
 #include <array>
 
 class QComboBox;
@@ -13,15 +11,13 @@ class QPushButton;
 
 namespace qor {
 
-class LeaveChecker;
 class NumericBox;
 
 // The limit window: the limit kind, output variant, value count and up to
 // four values of the tool open in the editor. Its controls are the editor
-// form's limit state, which storing the tool reads. A small tool window,
-// shown by the editor and hidden by CloseB, Escape, or as soon as another
-// window is activated.
-class ToolLimitWindow : public QWidget
+// form's limit state, which storing the tool reads. Shown by the editor;
+// CloseB hides it.
+class ToolLimitWindow : public AuxiliaryToolWindow
 {
     Q_OBJECT
 
@@ -35,22 +31,14 @@ public:
     // Puts the focus into value box i (after a store refused its text).
     void FocusValue(int i);
 
-protected:
-    void changeEvent(QEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-
 private:
     void BuildControls();
     void BuildLayout();
     void SetCaptions();
     void Connect();
     bool ValueLeft(int i);
-    void HideUnlessActive();
 
-    Workspace &m_ws;
     EditorForm &m_form;
-    MessageService &m_messages;
-    LeaveChecker *m_checker = nullptr;
 
     QComboBox *m_cbLimKind = nullptr;
     QComboBox *m_cbOutType = nullptr;

@@ -4,6 +4,7 @@
 #include "padded_item_delegate.h"
 #include "param_string.h"
 #include "picture_view.h"
+#include "qt_text.h"
 #include "settings_fonts.h"
 #include "text_editor_starter.h"
 #include "tool_editor_link.h"
@@ -35,11 +36,6 @@ namespace qor {
 namespace {
 
 constexpr const char *ListTitle = "    Tool List";
-
-QString Qs(const std::string &text)
-{
-    return QString::fromStdString(text);
-}
 
 // Commands by number, for the loops that name, caption and connect them.
 enum Command

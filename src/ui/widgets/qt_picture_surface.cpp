@@ -178,8 +178,9 @@ void QtPictureSurface::DoPSet(double x, double y, Rgb colour)
     if (!m_active) {
         return;
     }
-    // A single pixel would vanish on a high-resolution screen; the marker must stay visible.
-    const double radius = std::max(3.0, DrawWidth() + 2.0) / 2.0;
+    // A single pixel would vanish, and a dot no wider than the outline hides on it: the
+    // marker is a clear disc a little wider than the pen.
+    const double radius = std::max(3.0, DrawWidth() + 1.0);
     const QPointF centre = ToPainter(x, y);
     if (!m_area.adjusted(-radius, -radius, radius, radius).contains(centre)) {
         return;
