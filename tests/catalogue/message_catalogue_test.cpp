@@ -4,6 +4,7 @@
 #include "text_decoding.h"
 
 #include <gtest/gtest.h>
+#include <ostream>
 #include <random>
 #include <string>
 
@@ -92,6 +93,11 @@ struct BadFile
     int line;
     const char *says;
 };
+
+void PrintTo(const BadFile &bad, std::ostream *out)
+{
+    *out << "line " << bad.line << ": " << bad.says;
+}
 
 class LoadErrorTest : public testing::TestWithParam<BadFile>
 {};

@@ -56,74 +56,66 @@ TEST(DrawTool, FitsToolAndArborIntoThePictureOrDrawsAtTrueSize)
     EXPECT_NEAR(s.BoundingBox()->top, 200.0 - 75.0, 1e-4);
 }
 
-class DefaultDrawingLength
-    : public testing::TestWithParam<std::tuple<const char *, const char *, const char *, float>>
-{};
-
-TEST_P(DefaultDrawingLength, SuitsTheToolWhenNeitherArborNorLengthIsGiven)
+TEST(GatherDrawInputs, DefaultLengthIsSevenDiametersOrTwiceTheFlutesAtMost150OrThreeDiameters)
 {
-    const auto [dia, flutes, length, expected] = GetParam();
-    ToolBoxes tool{.para = std::string(dia) + " 0 0 0 0 0 " + flutes + " 0", .lengthMode = 0};
-    tool.lengths = std::string(length) + " 0 0 0 0 0";
-    tool.sections = {{40}, {30}, {}}; // left in the form, but no arbor is chosen
+    const std::tuple<const char *, const char *, const char *, float> cases[] = {
+        {"10", "20", "50", 70.0f},
+        {"30", "20", "50", 150.0f},
+        {"60", "20", "50", 180.0f},
+        {"10", "20", "200", 200.0f}, // a longer length wins
+    };
+    for (const auto &[dia, flutes, length, expected] : cases) {
+        ToolBoxes tool{.para = std::string(dia) + " 0 0 0 0 0 " + flutes + " 0", .lengthMode = 0};
+        tool.lengths = std::string(length) + " 0 0 0 0 0";
+        tool.sections = {{40}, {30}, {}}; // left in the form, but no arbor is chosen
 
-    const DrawInputs in = GatherDrawInputs(WorkspaceWithTool(), FormOf(tool));
+        const DrawInputs in = GatherDrawInputs(WorkspaceWithTool(), FormOf(tool));
 
-    EXPECT_FLOAT_EQ(in.DrawLength, expected);
-    EXPECT_FLOAT_EQ(in.NeckLength, expected) << "a plain cylinder";
-    EXPECT_FALSE(in.ArborDrawOn);
-    EXPECT_EQ(in.DrawSecLen[0], 0.0f);
-}
-
-INSTANTIATE_TEST_SUITE_P(SevenDiametersOrTwiceTheFlutesAtMost150UnlessThreeDiametersAreMore,
-                         DefaultDrawingLength,
-                         testing::Values(std::make_tuple("10", "20", "50", 70.0f),
-                                         std::make_tuple("30", "20", "50", 150.0f),
-                                         std::make_tuple("60", "20", "50", 180.0f),
-                                         std::make_tuple("10", "20", "200", 200.0f)));
-
-class ArborStyles : public testing::TestWithParam<std::tuple<int, ArborSections, const char *>>
-{};
-
-TEST_P(ArborStyles, DrawSectionsBottomUpWithAClosingTopLine)
-{
-    const auto &[style, sections, expected] = GetParam();
-    DrawInputs in;
-    in.ArborDrawOn = true;
-    in.ArborStyle = style;
-    in.DrawLength = 5;
-    in.DrawSecDia = sections.Dia;
-    in.DrawSecLen = sections.Len;
-    in.DrawSecFlag = sections.Flag;
-    RecordingSurface s(100, 100, 25.4);
-
-    DrawArbor(s, in, {1.0f, 0.0f, 0.0f});
-
-    std::string lines;
-    for (const LineSegment &l : s.Lines()) {
-        char text[80];
-        std::snprintf(text, sizeof text, "%s%g %g %g %g", lines.empty() ? "" : ", ", l.x1, l.y1,
-                      l.x2, l.y2);
-        lines += text;
+        EXPECT_FLOAT_EQ(in.DrawLength, expected) << dia << " " << length;
+        EXPECT_FLOAT_EQ(in.NeckLength, expected) << "a plain cylinder";
+        EXPECT_FALSE(in.ArborDrawOn);
     }
-    EXPECT_EQ(lines, expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    StackedConicalAndFlagged, ArborStyles,
-    testing::Values(
-        std::make_tuple(1, ArborSections{{20, 30}, {10, 20}, {}},
-                        "-10 5 10 5, 10 5 10 15, -10 5 -10 15, -15 15 15 15, 15 15 15 35, "
-                        "-15 15 -15 35, -15 35 15 35"),
+TEST(DrawArbor, DrawsSectionsBottomUpWithAClosingTopLineInEachStyle)
+{
+    const std::tuple<int, ArborSections, const char *> cases[] = {
+        {1,
+         {{20, 30}, {10, 20}, {}},
+         "-10 5 10 5, 10 5 10 15, -10 5 -10 15, -15 15 15 15, 15 15 15 35, -15 15 -15 35, "
+         "-15 35 15 35"},
         // A narrower section ends the list.
-        std::make_tuple(1, ArborSections{{40, 30, 50}, {10, 10, 10}, {}},
-                        "-20 5 20 5, 20 5 20 15, -20 5 -20 15, -20 15 20 15"),
-        std::make_tuple(2, ArborSections{{20, 30}, {10, 20}, {}},
-                        "0 5 10 15, 0 5 -10 15, -10 15 10 15, 10 15 15 35, -10 15 -15 35, "
-                        "-15 35 15 35"),
-        std::make_tuple(3, ArborSections{{20, 30}, {10, 20}, {1, 0}},
-                        "-10 5 10 5, 10 5 15 15, -10 5 -15 15, -15 15 15 15, 15 15 15 35, "
-                        "-15 15 -15 35, -15 35 15 35")));
+        {1, {{40, 30, 50}, {10, 10, 10}, {}}, "-20 5 20 5, 20 5 20 15, -20 5 -20 15, -20 15 20 15"},
+        {2,
+         {{20, 30}, {10, 20}, {}},
+         "0 5 10 15, 0 5 -10 15, -10 15 10 15, 10 15 15 35, -10 15 -15 35, -15 35 15 35"},
+        {3,
+         {{20, 30}, {10, 20}, {1, 0}},
+         "-10 5 10 5, 10 5 15 15, -10 5 -15 15, -15 15 15 15, 15 15 15 35, -15 15 -15 35, "
+         "-15 35 15 35"},
+    };
+    for (const auto &[style, sections, expected] : cases) {
+        DrawInputs in;
+        in.ArborDrawOn = true;
+        in.ArborStyle = style;
+        in.DrawLength = 5;
+        in.DrawSecDia = sections.Dia;
+        in.DrawSecLen = sections.Len;
+        in.DrawSecFlag = sections.Flag;
+        RecordingSurface s(100, 100, 25.4);
+
+        DrawArbor(s, in, {1.0f, 0.0f, 0.0f});
+
+        std::string lines;
+        for (const LineSegment &l : s.Lines()) {
+            char text[80];
+            std::snprintf(text, sizeof text, "%s%g %g %g %g", lines.empty() ? "" : ", ", l.x1, l.y1,
+                          l.x2, l.y2);
+            lines += text;
+        }
+        EXPECT_EQ(lines, expected) << "style " << style;
+    }
+}
 
 TEST(RedrawTool, ListWindowDrawsTheArborAloneFromTheTipWithTheShiftMarker)
 {
@@ -202,60 +194,48 @@ TEST(RedrawTool, RefusedWhileGuardedAndBusyForExactlyOneRedrawOnEveryPath)
     }
 }
 
-float TaperOf(double r, double degrees, double flutes)
+TEST(RedrawTool, WritesTheDerivedValuesBackBeforeDrawingOnlyForAMagazinePosition)
 {
-    float d = 0;
-    EXPECT_EQ(TaperDiameter(r, degrees, flutes, d), GeoOk);
-    return d;
-}
-
-// MagNo, kind, the boxes before and after a redraw, and whether Para(3), (4), (5), (7) are enabled.
-class DerivedValues : public testing::TestWithParam<
-                          std::tuple<const char *, int, std::string, std::string, const char *>>
-{};
-
-TEST_P(DerivedValues, AreWrittenBackBeforeDrawing)
-{
-    const auto &[magNo, kind, before, after, enabled] = GetParam();
-    Workspace ws = WorkspaceWithTool();
-    EditorForm form = FormOf({.kind = kind, .para = before}, magNo);
-    RecordingSurface s(400, 300);
-
-    RedrawTool(ws, form, s);
-
-    EXPECT_EQ(Texts(form.Para), after);
-    std::string states;
-    for (std::size_t i : {3, 4, 5, 7}) {
-        states += form.Para[i].Enabled ? '1' : '0';
-    }
-    EXPECT_EQ(states, enabled);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    ByKind, DerivedValues,
-    testing::Values(
-        std::make_tuple("1", KindBal, "10 1 7 0 0 0 20 0", "10 5 0 5 0 0 20 0", "1111"),
-        std::make_tuple("0", KindBal, "10 1 7 0 0 0 20 0", "10 1 7 0 0 0 20 0", "1111"),
-        std::make_tuple("1", KindTap, "99 0.5 1 0 0 3 20 2",
-                        SingleToText(TaperOf(0.5, 3, 20)) + " 0.5 0 0.5 0 3 20 2", "1111"),
-        std::make_tuple("1", KindCut, "10 1 0 9 30 -2 20 3", "10 1 0 4 30 -2 20 3", "0110"),
+    float taper = 0;
+    ASSERT_EQ(TaperDiameter(0.5, 3, 20, taper), GeoOk);
+    // MagNo, kind, the boxes before and after, and whether Para(3), (4), (5), (7) are enabled.
+    const std::tuple<const char *, int, std::string, std::string, const char *> cases[] = {
+        {"1", KindBal, "10 1 7 0 0 0 20 0", "10 5 0 5 0 0 20 0", "1111"},
+        {"0", KindBal, "10 1 7 0 0 0 20 0", "10 1 7 0 0 0 20 0", "1111"},
+        {"1", KindTap, "99 0.5 1 0 0 3 20 2", SingleToText(taper) + " 0.5 0 0.5 0 3 20 2", "1111"},
+        {"1", KindCut, "10 1 0 9 30 -2 20 3", "10 1 0 4 30 -2 20 3", "0110"},
         // A hollow corner is never taller than its step.
-        std::make_tuple("1", KindCut, "10 -2 0 1 30 5 20 3", "10 -2 0 2 0 0 20 3", "1001")));
+        {"1", KindCut, "10 -2 0 1 30 5 20 3", "10 -2 0 2 0 0 20 3", "1001"},
+    };
+    for (const auto &[magNo, kind, before, after, enabled] : cases) {
+        Workspace ws = WorkspaceWithTool();
+        EditorForm form = FormOf({.kind = kind, .para = before}, magNo);
+        RecordingSurface s(400, 300);
 
-ToolSlot TaperSlot()
-{
-    ToolSlot slot;
-    slot.ToolKind = KindTap;
-    slot.CornerRad = 0.5f;
-    slot.Param6 = 3;
-    slot.ToolLength = 20;
-    return slot;
+        RedrawTool(ws, form, s);
+
+        std::string states;
+        for (std::size_t i : {3, 4, 5, 7}) {
+            states += form.Para[i].Enabled ? '1' : '0';
+        }
+        EXPECT_EQ(Texts(form.Para), after) << before;
+        EXPECT_EQ(states, enabled) << before;
+    }
 }
 
 TEST(RenderSlot, DrawsTheSlotAsTheEditorShowsItAndLeavesTheWorkspaceAsItWas)
 {
     Workspace ws = WorkspaceWithTool();
-    ws.Table.Slots[1] = TaperSlot();
+    ToolSlot &taper = ws.Table.Slots[1];
+    taper.ToolKind = KindTap;
+    taper.CornerRad = 0.5f;
+    taper.Param6 = 3;
+    taper.ToolLength = 20;
+    Workspace editing = ws;
+    editing.Table.CurrentSlot = 1;
+    EditorForm form = FillFormFromSlot(editing, 1);
+    RecordingSurface shown(400, 300);
+    RedrawTool(editing, form, shown);
     ws.Table.CurrentSlot = 2;
     ws.DrawHold = ws.ArborOnlyMode = true;
     RecordingSurface rendered(400, 300);
@@ -264,12 +244,6 @@ TEST(RenderSlot, DrawsTheSlotAsTheEditorShowsItAndLeavesTheWorkspaceAsItWas)
 
     EXPECT_TRUE(ws.Table.CurrentSlot == 2 && ws.DrawHold && ws.ArborOnlyMode);
     EXPECT_EQ(ws.Table.Slots[1].ToolDia, 0.0f) << "the derived diameter is drawn, not stored";
-    ws = WorkspaceWithTool();
-    ws.Table.Slots[1] = TaperSlot();
-    ws.Table.CurrentSlot = 1;
-    EditorForm form = FillFormFromSlot(ws, 1);
-    RecordingSurface shown(400, 300);
-    RedrawTool(ws, form, shown);
     EXPECT_EQ(Drawn(rendered), Drawn(shown));
     EXPECT_EQ(rendered.Arcs().size(), 2u) << "the taper's ball tip";
 }

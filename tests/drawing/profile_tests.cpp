@@ -7,6 +7,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
+#include <ostream>
 #include <tuple>
 #include <vector>
 
@@ -52,7 +53,20 @@ bool Meet(const End &a, const End &b)
 
 // A tool: its name, kind, Para boxes, length mode and boxes, and whether every arc runs into its
 // neighbours without a kink.
-using ToolCase = std::tuple<const char *, int, const char *, int, const char *, bool>;
+struct ToolCase
+{
+    const char *name;
+    int kind;
+    const char *para;
+    int mode;
+    const char *lengths;
+    bool smooth;
+};
+
+void PrintTo(const ToolCase &tool, std::ostream *out)
+{
+    *out << tool.name;
+}
 
 class Outline : public testing::TestWithParam<ToolCase>
 {};
@@ -118,9 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
         ToolCase{"TSlotCutter", KindTT, "20 0.4 0 0 0 0 25 5", 2, "70 16 45 90 0 0", true},
         ToolCase{"FaceMill45", KindTT, "40 0.8 0 0 45 0 5 5", 1, "50 0 0 0 0 0", true},
         ToolCase{"ChamferMill", KindTT, "20 0.5 0 0 45 0 5 12", 1, "50 0 0 0 0 0", true}),
-    [](const testing::TestParamInfo<ToolCase> &info) {
-        return std::string(std::get<0>(info.param));
-    });
+    [](const testing::TestParamInfo<ToolCase> &info) { return std::string(info.param.name); });
 
 // The profiles in tool units: scale 1, origin at the tip.
 class Profile : public testing::Test

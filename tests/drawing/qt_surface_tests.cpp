@@ -31,7 +31,6 @@ private:
 [[maybe_unused]] testing::Environment *const guiEnvironment =
     testing::AddGlobalTestEnvironment(new GuiEnvironment);
 
-constexpr double Pi = std::numbers::pi;
 const QColor Background(250, 235, 190); // light, so that "dark" means drawn
 
 // A 400 × 300 picture at 10 pixels per millimetre: 40 × 30 mm, the centre at pixel (200, 150).
@@ -56,7 +55,7 @@ void PaintKnownPicture(QImage &image)
     s.SetDrawWidth(2);
     s.Line(-15, -10, 15, -10);
     s.PSet(5, 4, RgbRed);
-    s.Circle(0, 0, 8, 0, Pi / 2);
+    s.Circle(0, 0, 8, 0, std::numbers::pi / 2);
 }
 
 bool IsDark(QRgb pixel)
@@ -77,36 +76,25 @@ int DarkRunDown(const QImage &image, int x, int fromY, int toY)
     return count;
 }
 
-TEST(QtPictureSurface, PaintsAtTheLogicalPositionsWithYUp)
+TEST(QtPictureSurface, PaintsAtTheLogicalPositionsWithYUpAndScalesPensWithThePixelRatio)
 {
     QImage image = MakeImage();
+    QImage doubled = MakeImage(2.0);
 
     PaintKnownPicture(image);
+    PaintKnownPicture(doubled);
 
     EXPECT_TRUE(IsRed(image.pixel(250, 110))) << "the dot 5 mm right, 4 mm up";
     EXPECT_TRUE(IsDark(image.pixel(200, 250))) << "the line 10 mm down";
     EXPECT_TRUE(IsDark(image.pixel(56 + 200, 150 - 57))) << "the arc at 45 degrees";
     EXPECT_EQ(image.pixel(56 + 200, 150 + 57), Background.rgb()) << "not at -45 degrees";
     EXPECT_EQ(image.pixel(200 - 57, 150 - 56), Background.rgb()) << "not at 135 degrees";
-    EXPECT_EQ(image.pixel(10, 10), Background.rgb());
     EXPECT_EQ(image.pixel(200, 150), Background.rgb());
-}
-
-TEST(QtPictureSurface, ScalesPensAndDotsWithTheDevicePixelRatio)
-{
-    QImage single = MakeImage(1.0);
-    QImage doubled = MakeImage(2.0);
-
-    PaintKnownPicture(single);
-    PaintKnownPicture(doubled);
-
-    EXPECT_TRUE(IsRed(doubled.pixel(500, 220)));
     EXPECT_TRUE(IsRed(doubled.pixel(501, 221))) << "the dot is several device pixels wide";
-    const int thin = DarkRunDown(single, 200, 240, 260);
+    const int thin = DarkRunDown(image, 200, 240, 260);
     const int thick = DarkRunDown(doubled, 400, 480, 520);
     EXPECT_GE(thin, 2);
-    EXPECT_GE(thick, 2 * thin - 1);
-    EXPECT_LE(thick, 2 * thin + 1);
+    EXPECT_NEAR(thick, 2 * thin, 1);
 }
 
 TEST(QtPictureSurface, ClearFillsWithTheBackColourAndFarLinesStillShow)
@@ -126,7 +114,6 @@ TEST(QtPictureSurface, ClearFillsWithTheBackColourAndFarLinesStillShow)
     EXPECT_TRUE(IsDark(image.pixel(200, 20)));
     EXPECT_TRUE(IsDark(image.pixel(200, 280)));
     EXPECT_TRUE(IsDark(image.pixel(300, 50))) << "the diagonal through the centre";
-    EXPECT_TRUE(IsDark(image.pixel(100, 250)));
 }
 
 TEST(QtPictureSurface, LeavesABorrowedPainterAsItWas)

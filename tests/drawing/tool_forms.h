@@ -1,9 +1,8 @@
 #pragma once
 
-#include "editor_form.h"
+#include "../editing/editor_fixture.h"
 #include "workspace.h"
 
-#include <sstream>
 #include <string>
 
 namespace qor::test {
@@ -19,23 +18,6 @@ struct ToolBoxes
     ArborSections sections{};
     std::string shift = "0";
 };
-
-template <typename Boxes> void Fill(Boxes &boxes, const std::string &texts)
-{
-    std::istringstream words(texts);
-    for (TextBox &box : boxes) {
-        words >> box.Text;
-    }
-}
-
-template <typename Boxes> std::string Texts(const Boxes &boxes)
-{
-    std::string texts;
-    for (const TextBox &box : boxes) {
-        texts += (texts.empty() ? "" : " ") + box.Text;
-    }
-    return texts;
-}
 
 inline EditorForm FormOf(const ToolBoxes &tool, const char *magNo = "1")
 {

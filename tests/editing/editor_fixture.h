@@ -1,15 +1,25 @@
 #pragma once
 
 #include "editor_rules.h"
+#include "field_entry.h"
 #include "recording_message_service.h"
 
 #include <array>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <string>
 
 namespace qor::test {
 
-// The texts of boxes joined by blanks, and their enabled states as "1"/"0".
+// Boxes as texts between blanks, and their enabled states as "1"/"0".
+template <typename Boxes> void Fill(Boxes &boxes, const std::string &texts)
+{
+    std::istringstream words(texts);
+    for (TextBox &box : boxes) {
+        words >> box.Text;
+    }
+}
+
 template <typename Boxes> std::string Texts(const Boxes &boxes)
 {
     std::string texts;
@@ -37,10 +47,12 @@ protected:
     {
         SizeToolTable(ws.Table, 5);
         ws.TenthKindOffered = true;
+        ws.ArborFlagCaptions = {"Straight", "Tapered"};
         // Entry numbers must stay below the catalogue's line count.
         EXPECT_TRUE(ws.Catalogue
                         .LoadFromBytes("[MSG]\nMSG1=Not a number.\nMSG14=Full.\nMSG17-1=From 1 to\n"
-                                       "MSG17-2=only.\n[frmEditor]\nText6=Centre offset\n" +
+                                       "MSG17-2=only.\nMSG19=Bad angle.\n[frmEditor]\n"
+                                       "Text6=Centre offset\n" +
                                            std::string(100, '\n'),
                                        "test.msg")
                         .ok());
@@ -86,13 +98,6 @@ protected:
         }
     }
 
-    void SetParas(std::array<const char *, ParaCount> texts)
-    {
-        for (std::size_t i = 0; i < ParaCount; ++i) {
-            form.Para[i].Text = texts[i];
-        }
-    }
-
     // Loads a slot the way the list window does: current slot, then MagNo.
     void Load(int slot)
     {
@@ -106,6 +111,40 @@ protected:
     EditorRules rules{form, ws};
     RecordingMessageService messages;
     int redraws = 0;
+};
+
+// An editor whose boxes run the full change rule whenever the rules write
+// into them, as a window that does not tell user input from its own writes.
+class EntryEditor : public Editor
+{
+protected:
+    EntryEditor()
+    {
+        rules.SetChangeListener(
+            [this](FormField field) { BoxTextChanged(rules, field, messages); });
+    }
+
+    // The user types a whole new text into a box.
+    EntryOutcome Type(FormField box, std::string text)
+    {
+        if (TextBox *target = FormBox(form, box)) {
+            target->Text = std::move(text);
+        } else {
+            auto &grid = box.Part == FormPart::ArbD ? form.Grid.ArbD : form.Grid.ArbH;
+            grid.at(static_cast<std::size_t>(box.Index)) = std::move(text);
+        }
+        return BoxTextChanged(rules, box, messages);
+    }
+
+    EntryOutcome Leave(FormField box) { return LeaveBox(rules, box, messages); }
+
+    std::string LastMessage() const
+    {
+        return messages.shown.empty() ? std::string() : messages.shown.back().text;
+    }
+
+    static constexpr FormField Para(int i) { return {FormPart::Para, i}; }
+    static constexpr FormField Len(LengthBox box) { return {FormPart::Length, box}; }
 };
 
 } // namespace qor::test

@@ -1,48 +1,32 @@
-#include "entry_fixture.h"
+#include "editor_fixture.h"
 #include "kind_table.h"
 
 namespace qor::test {
 namespace {
 
-struct KeyCase
+TEST_F(EntryEditor, EachBoxFiltersItsKeysAndBeepsForTheRefused)
 {
-    FormField box;
-    int kind;
-    const char *passes; // of the keys "-./5a" and the backspace, in that order
-};
-
-TEST_F(EntryEditor, EachBoxFiltersItsKeys)
-{
-    const FormField shift{FormPart::Shift};
-    const FormField pen{FormPart::Pen};
-    const FormField arbD0{FormPart::ArbD, 0};
-    const FormField arbD1{FormPart::ArbD, 1};
-    const FormField arbH1{FormPart::ArbH, 1};
-    const KeyCase cases[] = {
-        {Para(0), KindCut, "01010 1"},
-        {Para(1), KindCut, "11010 1"},
-        {Para(1), KindBul, "11010 1"},
-        {Para(1), KindBal, "01010 1"},
-        {Para(1), KindRad, "01010 1"},
-        {Para(3), KindCut, "01010 1"},
-        {Len(BoxLength), KindCut, "01010 1"},
-        {Len(BoxShN), KindCut, "01010 1"},
-        {Len(BoxShTb), KindCut, "01010 1"},
-        {shift, KindCut, "11010 1"},
-        {pen, KindCut, "00010 1"},
-        {arbD0, KindCut, "01010 1"},
-        {arbD1, KindCut, "11010 1"},
-        {arbH1, KindCut, "01010 1"},
+    const struct
+    {
+        FormField box;
+        int kind;
+        const char *passes; // of the keys "-./5a" and the backspace
+    } cases[] = {
+        {Para(0), KindCut, "010101"},
+        {Para(1), KindCut, "110101"},
+        {Para(1), KindRad, "010101"},
+        {Len(BoxLength), KindCut, "010101"},
+        {{FormPart::Shift}, KindCut, "110101"},
+        {{FormPart::Pen}, KindCut, "000101"},
+        {{FormPart::ArbD, 0}, KindCut, "010101"},
+        {{FormPart::ArbD, 1}, KindCut, "110101"},
+        {{FormPart::ArbH, 1}, KindCut, "010101"},
     };
-    const int keys[] = {'-', '.', '/', '5', 'a', ' ', KeyBackspace};
-    for (const KeyCase &c : cases) {
+    const int keys[] = {'-', '.', '/', '5', 'a', KeyBackspace};
+    for (const auto &c : cases) {
         form.Tool.Index = c.kind;
         std::string passes;
         for (const int key : keys) {
-            if (key == ' ') {
-                passes += ' ';
-                continue;
-            }
             const int beepsBefore = messages.beeps;
             const int remaining = FilterKey(form, c.box, key, messages);
             EXPECT_TRUE(remaining == key || remaining == 0);
@@ -52,7 +36,6 @@ TEST_F(EntryEditor, EachBoxFiltersItsKeys)
         EXPECT_EQ(passes, c.passes) << "part " << static_cast<int>(c.box.Part) << " index "
                                     << c.box.Index << " kind " << c.kind;
     }
-    EXPECT_EQ(NumKey('/'), 0);
     EXPECT_EQ(FilterKey(form, {FormPart::ToolName}, '/', messages), '/'); // not a numeric box
 }
 
@@ -60,11 +43,10 @@ TEST_F(EntryEditor, PastedTextPassesOnlyWhenEveryCharacterWould)
 {
     EXPECT_TRUE(FilterText(form, {FormPart::Shift}, "-12.5", messages));
     EXPECT_TRUE(FilterText(form, {FormPart::Pen}, "12", messages));
-    EXPECT_EQ(messages.beeps, 0);
-
     EXPECT_FALSE(FilterText(form, Len(BoxLength), "-12", messages));
     EXPECT_FALSE(FilterText(form, {FormPart::Pen}, "1.5", messages));
     EXPECT_FALSE(FilterText(form, Para(0), "1,5", messages));
+
     EXPECT_EQ(messages.beeps, 3);
 }
 
@@ -75,19 +57,14 @@ TEST_F(EntryEditor, AnglesInPara4And5MustLieBelowNinety)
 
     EXPECT_EQ(Type(Para(4), "89.9"), EntryOutcome::Accepted);
     EXPECT_EQ(Type(Para(5), "0"), EntryOutcome::Accepted);
-    EXPECT_EQ(redraws, 2);
-    EXPECT_TRUE(messages.shown.empty());
-
     EXPECT_EQ(Type(Para(4), "90"), EntryOutcome::Refused);
+    EXPECT_EQ(Type(Para(5), "1" + std::string(42, '0')), EntryOutcome::Refused); // beyond a single
+    EXPECT_EQ(Type(Para(2), "90"), EntryOutcome::Accepted);
 
     EXPECT_EQ(form.Para[4].Text, "");
     EXPECT_EQ(LastMessage(), "Bad angle.");
     EXPECT_EQ(messages.shown.back().icon, MessageIcon::Exclamation);
-    EXPECT_EQ(redraws, 2);
-
-    EXPECT_EQ(Type(Para(5), "1000000000000000000000000000000000000000000"),
-              EntryOutcome::Refused); // beyond the single range
-    EXPECT_EQ(Type(Para(2), "90"), EntryOutcome::Accepted);
+    EXPECT_EQ(redraws, 3);
 }
 
 TEST_F(EntryEditor, OvalDiameterSetsTheHalfWidthWithOneRedraw)
@@ -102,14 +79,10 @@ TEST_F(EntryEditor, OvalDiameterSetsTheHalfWidthWithOneRedraw)
     EXPECT_EQ(redraws, 2); // one per keystroke, none from the Para(7) write
     EXPECT_FALSE(ws.ParaChangeGuard);
 
-    Type(Para(0), "12.");
-    EXPECT_EQ(form.Para[7].Text, "6");
-    Type(Para(0), "-");
-    EXPECT_EQ(form.Para[7].Text, "6"); // not a number: nothing happens
-    EXPECT_EQ(redraws, 3);
+    Type(Para(0), "-"); // not a number: nothing happens
+    rules.SelectKind(KindCut);
+    Type(Para(0), "20"); // another kind: the half width stays
 
-    rules.SelectKind(KindCut); // keeps every value
-    Type(Para(0), "20");
     EXPECT_EQ(form.Para[7].Text, "6");
 }
 
@@ -120,11 +93,9 @@ TEST_F(EntryEditor, ChangesRedrawOnlyNumericTextsAndNeverForThePen)
     Type({FormPart::Shift}, "-");
     Type({FormPart::Shift}, "-1");
     Type({FormPart::Pen}, "3");
-
-    EXPECT_EQ(redraws, 2);
-
     ws.EditorBusy = true;
     Type(Len(BoxShD), "8");
+
     EXPECT_EQ(redraws, 2);
 }
 
@@ -140,32 +111,31 @@ TEST_F(EntryEditor, LeavingATextThatIsNotANumberKeepsItAndRefuses)
     Type(Para(1), "-");
     EXPECT_EQ(Leave(Para(1)), EntryOutcome::Refused);
     EXPECT_EQ(form.Para[1].Text, "-");
-    EXPECT_EQ(messages.shown.size(), 5u);
 
     Type(Para(1), "-.5");
     EXPECT_EQ(Leave(Para(1)), EntryOutcome::Accepted);
+    EXPECT_EQ(messages.shown.size(), 5u);
 }
 
 TEST_F(EntryEditor, PenAcceptsOneBelowTheSupportedMaximum)
 {
     ws.Globals.SupportPenMax = 8;
-    for (const char *pen : {"1", "7", "07"}) {
+    const std::pair<const char *, bool> pens[] = {{"1", true},     {"7", true},  {"07", true},
+                                                  {"0", false},    {"8", false}, {"", false},
+                                                  {"40000", false}};
+    for (const auto &[pen, accepted] : pens) {
+        messages.shown.clear();
         Type({FormPart::Pen}, pen);
-        EXPECT_EQ(Leave({FormPart::Pen}), EntryOutcome::Accepted) << pen;
-    }
-    EXPECT_TRUE(messages.shown.empty());
 
-    for (const char *pen : {"0", "8", "", "40000"}) {
-        Type({FormPart::Pen}, pen);
-        EXPECT_EQ(Leave({FormPart::Pen}), EntryOutcome::Refused) << pen;
-        EXPECT_EQ(LastMessage(), "From 1 to 7 only.");
+        EXPECT_EQ(Leave({FormPart::Pen}) == EntryOutcome::Accepted, accepted) << pen;
+        EXPECT_EQ(LastMessage(), accepted ? "" : "From 1 to 7 only.") << pen;
     }
 }
 
 TEST_F(EntryEditor, NeckAndTaperLengthsRaiseTheLengthOnlyAtPosition3)
 {
     rules.SelectLengthDefinition(3);
-    SetLengths({"50", "10", "5", "90", "30", "25"});
+    Fill(form.Lengths, "50 10 5 90 30 25");
     redraws = 0;
 
     EXPECT_EQ(Leave(Len(BoxShT)), EntryOutcome::Accepted);
@@ -186,7 +156,7 @@ TEST_F(EntryEditor, NeckAndTaperLengthsRaiseTheLengthOnlyAtPosition3)
 TEST_F(EntryEditor, TheLengthBoxJustLeftWinsAgainstTheNeck)
 {
     rules.SelectLengthDefinition(2);
-    SetLengths({"40", "10", "45", "0", "0", "0"});
+    Fill(form.Lengths, "40 10 45 0 0 0");
 
     Leave(Len(BoxLength));
     EXPECT_EQ(form.Lengths[BoxShN].Text, "40");
@@ -200,14 +170,13 @@ TEST_F(EntryEditor, TheLengthBoxJustLeftWinsAgainstTheNeck)
 TEST_F(EntryEditor, NeckAnglesAreCheckedOnlyAtPosition3)
 {
     rules.SelectLengthDefinition(3);
-    SetLengths({"50", "10", "89.5", "90", "0", "0"});
+    Fill(form.Lengths, "50 10 89.5 90 0 0");
 
     EXPECT_EQ(Leave(Len(BoxShN)), EntryOutcome::Accepted);
     EXPECT_EQ(Leave(Len(BoxShNb)), EntryOutcome::Accepted); // 90 itself is a square step
     EXPECT_EQ(form.Lengths[BoxLength].Text, "50");          // an angle raises no length
 
-    form.Lengths[BoxShN].Text = "90";
-    form.Lengths[BoxShNb].Text = "90.5";
+    Fill(form.Lengths, "50 10 90 90.5 0 0");
     EXPECT_EQ(Leave(Len(BoxShN)), EntryOutcome::Refused);
     EXPECT_EQ(Leave(Len(BoxShNb)), EntryOutcome::Refused);
     EXPECT_EQ(messages.shown.size(), 2u);

@@ -17,6 +17,8 @@ TEST_F(Editor, LoadingAToolShowsEveryFieldAndDrawsOnce)
     EXPECT_EQ(form.Arbor.Index, 3);
     EXPECT_EQ(form.SavedSections, Slot(1).Arbor);
     EXPECT_EQ(form.keepLD, "2");
+    EXPECT_EQ(Texts(form.Lengths), "80 10 40 45 0 0");
+    EXPECT_EQ(Enabled(form.Lengths), "111100");
     EXPECT_EQ(form.Shift, (TextBox{"-2.5", true}));
     EXPECT_EQ(form.Pen, (TextBox{"3", true}));
     EXPECT_TRUE(form.Check1.Checked && form.Check2.Checked);
@@ -66,27 +68,6 @@ TEST_F(Editor, TheKindsKeepMaskDecidesWhichValuesAreShown)
     EXPECT_EQ(Texts(form.Para), "20 1 0 0 5 0 0 0");
 }
 
-class LengthBoxes : public Editor, public testing::WithParamInterface<std::pair<int, const char *>>
-{};
-
-TEST_P(LengthBoxes, CarryLen1ToLen6AndOpenByTheMode)
-{
-    const auto [mode, enabled] = GetParam();
-    Slot(0).ToolKind = KindFla;
-    Slot(0).LengthMode = static_cast<std::int16_t>(mode);
-    Slot(0).Len = {1, 2, 3, 4, 5, 6.5f};
-
-    Load(0);
-
-    EXPECT_EQ(Texts(form.Lengths), "1 2 3 4 5 6.5");
-    EXPECT_EQ(Enabled(form.Lengths), enabled);
-    EXPECT_EQ(form.ShNLabel, mode == 3 ? "Text88" : "Text25");
-}
-
-INSTANTIATE_TEST_SUITE_P(EditorRules, LengthBoxes,
-                         testing::Values(std::pair{0, "100000"}, std::pair{1, "100000"},
-                                         std::pair{2, "111100"}, std::pair{3, "111111"}));
-
 TEST_F(Editor, MagazineZeroLoadsNoToolButTheFileArborWhenItIsEdited)
 {
     PutFullCutter(0);
@@ -107,26 +88,6 @@ TEST_F(Editor, MagazineZeroLoadsNoToolButTheFileArborWhenItIsEdited)
     EXPECT_EQ(form.Sections, ws.Table.DefaultArbor);
     EXPECT_EQ(form.ArborFrame, "Text51-2");
     EXPECT_EQ(redraws, 1);
-}
-
-TEST_F(Editor, Magazine1001LeavesTheOptionFeedAndLimitWindowsAlone)
-{
-    PutFullCutter(0);
-    ws.Table.CurrentSlot = 0;
-    form.OptionFeed.FeedPos[0][0] = 99;
-    form.Limit.LimKind.Index = 2;
-    const EditorForm before = form;
-
-    rules.SetMagNo("1001");
-
-    EXPECT_EQ(form.Para[0].Text, "12");
-    EXPECT_EQ(form.OptionFeed, before.OptionFeed);
-    EXPECT_EQ(form.Limit, before.Limit);
-
-    rules.SetMagNo("1");
-
-    EXPECT_EQ(form.OptionFeed.FeedPos[0][0], 0);
-    EXPECT_EQ(form.Limit.LimKind.Index, 1);
 }
 
 TEST_F(Editor, LimitStateFollowsTheFlags)
@@ -165,7 +126,7 @@ TEST_F(Editor, NewToolGoesToTheFirstFreePositionWithEmptyFeedsAndLimits)
 
     EXPECT_EQ(rules.NewB(messages), 3);
 
-    EXPECT_EQ(Texts(form.Para), "10 5 0 0 0 0 20 0");
+    EXPECT_EQ(form.Tool.Index, KindBal);
     EXPECT_EQ(form.OptionFeed.On, (std::array<bool, 4>{}));
     EXPECT_EQ(form.Limit.LimKind.Index, 0);
     EXPECT_EQ(redraws, 1);
@@ -202,23 +163,6 @@ TEST_F(Editor, ClearingShiftZeroesItButClearingPenKeepsTheNumber)
     EXPECT_EQ(form.Shift, (TextBox{"0", false}));
     EXPECT_EQ(form.Pen, (TextBox{"5", false}));
     EXPECT_EQ(redraws, 1); // the shift marker moved; a pen is not drawn
-}
-
-TEST_F(Editor, FillingFromASlotGivesWhatTheEditorShowsWhateverItShowedBefore)
-{
-    PutFullCutter(3);
-    Slot(0).ToolKind = KindCut;
-    Load(0);
-    ws.Table.CurrentSlot = 1;
-    ws.DrawHold = true;
-
-    const EditorForm filled = FillFormFromSlot(ws, 3);
-
-    EXPECT_EQ(ws.Table.CurrentSlot, 1);
-    EXPECT_TRUE(ws.DrawHold);
-    ws.DrawHold = false;
-    Load(3);
-    EXPECT_TRUE(filled == form);
 }
 
 } // namespace

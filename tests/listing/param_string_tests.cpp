@@ -41,13 +41,8 @@ TEST_F(ParamString, ShapeEntriesDependOnTheKind)
 
     tool.ToolKind = KindCut;
     EXPECT_EQ(Of(tool), Pad20(L("Str40") + "8.0") + L("Str41") + "1.3\r\n" + L("Str42") + "25.0");
-    tool.ToolKind = KindVer;
-    EXPECT_EQ(Of(tool), Pad20(L("Str40") + "8.0") + L("Str41") + "1.3\r\n" +
-                            Pad20(L("Str42") + "25.0") + L("Str43") + "6.0");
     tool.ToolKind = KindOva;
     EXPECT_EQ(Of(tool), Pad20(L("Str81") + "3.0") + L("Str83") + "6.0\r\n" + L("Str42") + "25.0");
-    tool.ToolKind = KindRad;
-    EXPECT_EQ(Of(tool), L("Str82") + "6.0");
     tool.ToolKind = KindTT;
     EXPECT_EQ(Of(tool), Pad20(L("Str91") + "25.0") + L("Str93") + "3.0\r\n" +
                             Pad20(L("Str92") + "6.0") + L("Str94") + "8.0");
@@ -92,8 +87,6 @@ TEST_F(ParamString, LimitShowsItsValuesAndTheOutputVariantOnASecondLine)
 TEST_F(ParamString, EmptyPositionsAndSlotsOutsideTheTableHaveNoSummary)
 {
     EXPECT_EQ(Of(ToolSlot{}), "");
-    ws.Table.CurrentSlot = -1;
-    EXPECT_EQ(MakeParamString(ws), "");
     ws.Table.CurrentSlot = 20;
     EXPECT_EQ(MakeParamString(ws), "");
 }

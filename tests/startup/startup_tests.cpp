@@ -2,9 +2,8 @@
 #include "startup.h"
 #include "temp_dir.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 
 #ifndef _WIN32
 #include <unistd.h>
@@ -23,28 +22,31 @@ const std::string SmallCatalogue = "[Config]\r\n"
                                    "Str15=T-T\r\nStr20=Straight\r\nStr21=Taper\r\n" +
                                    std::string(10, '\n');
 
-struct Started
+// A program folder with a catalogue and, when given, a settings file.
+class Startup : public testing::Test
 {
-    Workspace workspace;
+protected:
+    int Start(const std::string &settings = {}, const std::string &catalogue = SmallCatalogue)
+    {
+        ws = Workspace();
+        messages.shown.clear();
+        dir.write("QORTool.msg", catalogue);
+        if (!settings.empty()) {
+            dir.write("QorTool.INI", "[Config]\r\n" + settings);
+        }
+        return RunStartup(ws, dir.path(), messages);
+    }
+
+    test::TempDir dir;
+    Workspace ws;
     test::RecordingMessageService messages;
-    int status = -1;
 };
 
-void Start(Started &started, const test::TempDir &dir)
+TEST_F(Startup, FillsAMissingSettingsFileAndTheNameTablesAndLeavesAClearedTable)
 {
-    started.status = RunStartup(started.workspace, dir.path(), started.messages);
-}
+    EXPECT_EQ(Start(), 0);
 
-TEST(Startup, FillsAMissingSettingsFileWithEveryKeyInOrder)
-{
-    test::TempDir dir;
-    dir.write("QORTool.msg", SmallCatalogue);
-    Started started;
-
-    Start(started, dir);
-
-    EXPECT_EQ(started.status, 0);
-    EXPECT_TRUE(started.messages.shown.empty());
+    EXPECT_TRUE(messages.shown.empty());
     EXPECT_EQ(dir.read("QorTool.INI"), "[Config]\r\n"
                                        "COLUMNHEADER FONT SIZE=8\r\n"
                                        "TEXTBOX FONT SIZE=11\r\n"
@@ -53,189 +55,124 @@ TEST(Startup, FillsAMissingSettingsFileWithEveryKeyInOrder)
                                        "BUTTON FONT BOLD=1\r\n"
                                        "SUPPORT PEN MAX=16\r\n"
                                        "Magazine Max=100\r\n");
-    const StartupGlobals &g = started.workspace.Globals;
-    EXPECT_EQ(g.AppDir, dir.path());
-    EXPECT_EQ(g.IniPath, dir.file("QorTool.INI"));
-    EXPECT_EQ(g.MsgPath, dir.file("QORTool.msg"));
-    EXPECT_EQ(g.WorkDir, dir.path());
-    EXPECT_TRUE(g.StartFlag);
-    EXPECT_EQ(g.MagazineMax, 100);
+    EXPECT_EQ(ws.Globals.IniPath, dir.file("QorTool.INI"));
+    EXPECT_EQ(ws.Globals.MsgPath, dir.file("QORTool.msg"));
+    EXPECT_EQ(ws.Globals.WorkDir, dir.path());
+    EXPECT_EQ(ws.Table.KindNames[1], "CUT");
+    EXPECT_EQ(ws.Table.KindNames[10], "T-T");
+    EXPECT_EQ(ws.Table.ArborTypeNames[0], "");
+    EXPECT_EQ(ws.Table.ArborTypeNames[3], "ARBOR3");
+    EXPECT_EQ(ws.ArborFlagCaptions[1], "Taper");
+    ASSERT_EQ(ws.Table.Slots.size(), 100u);
+    EXPECT_EQ(ws.Table.Slots[99].ToolKind, -1);
+    EXPECT_TRUE(ws.ExtendedKinds);
 }
 
-TEST(Startup, ReadsTheDisplaySettingsWithTheirRules)
+TEST_F(Startup, ReadsTheDisplaySettingsWithTheirRules)
 {
-    test::TempDir dir;
-    dir.write("QORTool.msg", SmallCatalogue);
-    dir.write("QorTool.INI", "[config]\r\n"
-                             "COLUMNHEADER FONT SIZE=\r\n"
-                             "TEXTBOX FONT SIZE=14\r\n"
-                             "LISTVIEW FONT SIZE=big\r\n"
-                             "BUTTON FONT SIZE=9.5\r\n"
-                             "BUTTON FONT BOLD=0\r\n"
-                             "SUPPORT PEN MAX=many\r\n"
-                             "Magazine Max=20\r\n");
-    Started started;
+    Start("COLUMNHEADER FONT SIZE=\r\nTEXTBOX FONT SIZE=14\r\nLISTVIEW FONT SIZE=big\r\n"
+          "BUTTON FONT SIZE=9.5\r\nBUTTON FONT BOLD=0\r\nSUPPORT PEN MAX=many\r\n"
+          "Magazine Max=20\r\n");
 
-    Start(started, dir);
-
-    const StartupGlobals &g = started.workspace.Globals;
+    const StartupGlobals &g = ws.Globals;
     EXPECT_EQ(g.ColumnHeaderFontSize, 8);
     EXPECT_EQ(g.TextBoxFontSize, 14);
     EXPECT_EQ(g.ListViewFontSize, 9);
     EXPECT_EQ(g.ButtonFontSize, 10);
     EXPECT_FALSE(g.ButtonFontBold);
     EXPECT_EQ(g.SupportPenMax, 16);
-    EXPECT_EQ(g.MagazineMax, 20);
-    EXPECT_EQ(started.workspace.Table.Slots.size(), 20u);
+    EXPECT_EQ(ws.Table.Slots.size(), 20u);
     // The empty value was replaced by its default; the bad texts stay.
-    std::string ini = dir.read("QorTool.INI");
+    const std::string ini = dir.read("QorTool.INI");
     EXPECT_NE(ini.find("COLUMNHEADER FONT SIZE=8\r\n"), std::string::npos);
     EXPECT_NE(ini.find("LISTVIEW FONT SIZE=big\r\n"), std::string::npos);
 }
 
-TEST(Startup, KeepsBoldOnForAnythingButZero)
+TEST_F(Startup, KeepsBoldOnForAnythingButZeroAnd100PositionsForAnImpossibleMagazineMax)
 {
-    for (const char *value : {"2", "yes", "-1", "0.0"}) {
-        test::TempDir dir;
-        dir.write("QORTool.msg", SmallCatalogue);
-        dir.write("QorTool.INI", std::string("[Config]\r\nBUTTON FONT BOLD=") + value + "\r\n");
-        Started started;
+    for (const std::string value : {"2", "yes", "-1", "0.0"}) {
+        Start("BUTTON FONT BOLD=" + value + "\r\n");
 
-        Start(started, dir);
+        EXPECT_EQ(ws.Globals.ButtonFontBold, value != "0.0") << value;
+    }
+    for (const std::string value : {"0", "-5", "40000", "abc"}) {
+        EXPECT_EQ(Start("Magazine Max=" + value + "\r\n"), 0);
 
-        EXPECT_EQ(started.workspace.Globals.ButtonFontBold, std::string(value) != "0.0") << value;
+        EXPECT_EQ(ws.Table.Slots.size(), 100u) << value;
+        // Only a number that cannot be a magazine size is worth a message.
+        EXPECT_EQ(messages.shown.size(), value == "abc" ? 0u : 1u) << value;
     }
 }
 
-TEST(Startup, StopsWithTheExactMessageWhenTheCatalogueIsMissing)
+TEST_F(Startup, StopsWithTheExactMessageWhenTheCatalogueIsMissing)
 {
-    test::TempDir dir;
-    Started started;
+    EXPECT_NE(RunStartup(ws, dir.path(), messages), 0);
 
-    Start(started, dir);
-
-    EXPECT_NE(started.status, 0);
-    ASSERT_EQ(started.messages.shown.size(), 1u);
-    EXPECT_EQ(started.messages.shown[0].text,
+    ASSERT_EQ(messages.shown.size(), 1u);
+    EXPECT_EQ(messages.shown[0].text,
               "A text definition file \"" + dir.file("QORTool.msg") + "\" is not found.");
-    EXPECT_EQ(started.messages.shown[0].icon, MessageIcon::Critical);
-    EXPECT_TRUE(started.workspace.Table.Slots.empty());
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
+    EXPECT_TRUE(ws.Table.Slots.empty());
 }
 
-TEST(Startup, WarnsOnceAboutAnOldCatalogueAndGoesOn)
+TEST_F(Startup, WarnsOnceAboutAnOldCatalogueAndGoesOn)
 {
-    for (const char *version : {"1.7", "", "1.70 "}) {
-        test::TempDir dir;
+    for (const std::string version : {"1.7", "", "1.70 "}) {
         std::string catalogue = SmallCatalogue;
         catalogue.replace(catalogue.find("1.70"), 4, version);
-        dir.write("QORTool.msg", catalogue);
-        Started started;
 
-        Start(started, dir);
+        EXPECT_EQ(Start({}, catalogue), 0);
 
-        EXPECT_EQ(started.status, 0);
-        bool trailingBlankTrimmed = std::string(version) == "1.70 ";
-        ASSERT_EQ(started.messages.shown.size(), trailingBlankTrimmed ? 0u : 1u) << version;
-        if (!trailingBlankTrimmed) {
-            EXPECT_EQ(started.messages.shown[0].text,
-                      "There is a possibility that the text definition file is old.\r\n"
-                      "In this case, a part of text is not displayed.\r\n\r\n"
-                      "Text definition file : \"" +
-                          dir.file("QORTool.msg") + "\"");
-            EXPECT_EQ(started.messages.shown[0].icon, MessageIcon::Information);
+        if (version == "1.70 ") { // the trailing blank is trimmed
+            EXPECT_TRUE(messages.shown.empty());
+            continue;
         }
+        ASSERT_EQ(messages.shown.size(), 1u) << version;
+        EXPECT_EQ(messages.shown[0].text,
+                  "There is a possibility that the text definition file is old.\r\n"
+                  "In this case, a part of text is not displayed.\r\n\r\n"
+                  "Text definition file : \"" +
+                      dir.file("QORTool.msg") + "\"");
+        EXPECT_EQ(messages.shown[0].icon, MessageIcon::Information);
     }
 }
 
-TEST(Startup, RefusesABrokenCatalogueWithACriticalMessageNamingTheLine)
+TEST_F(Startup, RefusesABrokenCatalogueWithACriticalMessageNamingTheLine)
 {
-    test::TempDir dir;
-    dir.write("QORTool.msg", "[Config]\r\nVersion=1.70\r\nText5=outside any window section\r\n");
-    Started started;
+    EXPECT_NE(Start({}, "[Config]\r\nVersion=1.70\r\nText5=outside any window section\r\n"), 0);
 
-    Start(started, dir);
-
-    EXPECT_NE(started.status, 0);
-    ASSERT_EQ(started.messages.shown.size(), 1u);
-    EXPECT_EQ(started.messages.shown[0].icon, MessageIcon::Critical);
-    EXPECT_NE(started.messages.shown[0].text.find("QORTool.msg"), std::string::npos);
-    EXPECT_NE(started.messages.shown[0].text.find("3"), std::string::npos);
+    ASSERT_EQ(messages.shown.size(), 1u);
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
+    EXPECT_NE(messages.shown[0].text.find("QORTool.msg"), std::string::npos);
+    EXPECT_NE(messages.shown[0].text.find("3"), std::string::npos);
 }
 
-TEST(Startup, FallsBackTo100PositionsForAnImpossibleMagazineMax)
-{
-    for (const char *value : {"0", "-5", "40000", "abc"}) {
-        test::TempDir dir;
-        dir.write("QORTool.msg", SmallCatalogue);
-        dir.write("QorTool.INI", std::string("[Config]\r\nMagazine Max=") + value + "\r\n");
-        Started started;
-
-        Start(started, dir);
-
-        EXPECT_EQ(started.status, 0);
-        EXPECT_EQ(started.workspace.Table.Slots.size(), 100u) << value;
-        // Only a number that cannot be a magazine size is worth a message.
-        EXPECT_EQ(started.messages.shown.size(), std::string(value) == "abc" ? 0u : 1u) << value;
-    }
-}
-
-TEST(Startup, FillsTheNameTablesAndLeavesAClearedTable)
-{
-    test::TempDir dir;
-    dir.write("QORTool.msg", SmallCatalogue);
-    Started started;
-
-    Start(started, dir);
-
-    const ToolTable &table = started.workspace.Table;
-    EXPECT_EQ(table.KindNames[0], "----");
-    EXPECT_EQ(table.KindNames[1], "CUT");
-    EXPECT_EQ(table.KindNames[9], "RAD");
-    EXPECT_EQ(table.KindNames[10], "T-T");
-    EXPECT_EQ(table.ArborTypeNames[0], "");
-    EXPECT_EQ(table.ArborTypeNames[3], "ARBOR3");
-    EXPECT_EQ(started.workspace.ArborFlagCaptions[1], "Taper");
-    EXPECT_EQ(table.DefaultArborType, 0);
-    for (const ToolSlot &slot : table.Slots) {
-        ASSERT_EQ(slot.ToolKind, -1);
-    }
-    EXPECT_TRUE(started.workspace.ExtendedKinds);
-    EXPECT_FALSE(started.workspace.DrawSuppressed);
-}
-
-TEST(Startup, UsesTheDefaultsSilentlyWhenTheFolderCannotBeWritten)
+TEST_F(Startup, UsesTheDefaultsSilentlyWhenTheFolderCannotBeWritten)
 {
 #ifndef _WIN32
     if (geteuid() == 0) {
         GTEST_SKIP() << "root writes into read-only folders; nothing to observe";
     }
 #endif
-    test::TempDir dir;
     dir.write("QORTool.msg", SmallCatalogue);
     std::filesystem::permissions(dir.path(), std::filesystem::perms::owner_write,
                                  std::filesystem::perm_options::remove);
-    Started started;
 
-    Start(started, dir);
+    EXPECT_EQ(RunStartup(ws, dir.path(), messages), 0);
 
-    EXPECT_EQ(started.status, 0);
-    EXPECT_TRUE(started.messages.shown.empty());
-    EXPECT_EQ(started.workspace.Globals.MagazineMax, 100);
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(ws.Globals.MagazineMax, 100);
     EXPECT_FALSE(std::filesystem::exists(dir.file("QorTool.INI")));
 }
 
-TEST(Startup, TakesTheCommandLineOverrides)
+TEST_F(Startup, TakesTheCommandLineOverrides)
 {
-    test::TempDir dir;
     dir.write("other.msg", SmallCatalogue);
-    Started started;
 
-    started.status = RunStartup(started.workspace, dir.path(), started.messages,
-                                StartupOverrides{dir.file("other.msg"), 7});
+    EXPECT_EQ(RunStartup(ws, dir.path(), messages, StartupOverrides{dir.file("other.msg"), 7}), 0);
 
-    EXPECT_EQ(started.status, 0);
-    EXPECT_EQ(started.workspace.Globals.MsgPath, dir.file("other.msg"));
-    EXPECT_EQ(started.workspace.Table.Slots.size(), 7u);
+    EXPECT_EQ(ws.Globals.MsgPath, dir.file("other.msg"));
+    EXPECT_EQ(ws.Table.Slots.size(), 7u);
 }
 
 } // namespace

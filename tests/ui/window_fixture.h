@@ -7,7 +7,9 @@
 
 #include <QCoreApplication>
 #include <QFocusEvent>
+#include <QLineEdit>
 #include <QObject>
+#include <QTest>
 #include <QWidget>
 #include <gtest/gtest.h>
 #include <string>
@@ -73,6 +75,23 @@ protected:
     Workspace ws;
     RecordingMessageService messages;
 };
+
+// Lets the checks that wait for the focus change to finish run.
+inline void Settle()
+{
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::processEvents();
+    }
+}
+
+// Focus into the box and type over its whole text.
+inline void Retype(QLineEdit *box, const QString &text)
+{
+    box->setFocus(Qt::TabFocusReason);
+    Settle();
+    box->selectAll();
+    QTest::keyClicks(box, text);
+}
 
 // Tells a box that the focus left it, as a Tab key would.
 inline void LeaveBox(QWidget &box)
