@@ -269,6 +269,8 @@ Commands:
   check FILE               Read FILE and report the first fault in it.
                            Exit 0 read, 1 no such file, 2 format error
                            (printed as FILE:LINE: what is wrong, then the line).
+                           Tools in positions beyond the table are skipped
+                           with a warning.
                              ttltool check Atc.ttl
   dump FILE                Print the tool table of FILE as JSON: the initial
                            magazine, the file-level arbor and every position
@@ -279,6 +281,9 @@ Commands:
                            or over FILE. Overwriting a file that QORTool did not
                            write first keeps it as FILE_org<n>.TTL.
                            Exit codes as for check, 3 when it cannot be written.
+                           A file with tools in positions beyond the table
+                           (see --magazine-max) is not written, since they
+                           would be lost: exit 1.
                              ttltool normalize Atc.ttl
                              ttltool normalize Atc.ttl -o Atc_clean.ttl
   render FILE --slot N -o OUT [--fixed] [--size WxH] [--format png|svg]

@@ -16,7 +16,7 @@ namespace qor::cli {
 namespace {
 
 // Start-up messages become lines on the error stream; questions get their
-// first answer, since nobody is there to click.
+// default answer, since nobody is there to click.
 class ConsoleMessageService : public MessageService
 {
 public:
@@ -32,7 +32,7 @@ public:
             }
         }
         m_err << "ttltool: " << lines << '\n';
-        return buttons == MessageButtons::YesNo ? MessageAnswer::Yes : MessageAnswer::Ok;
+        return DefaultAnswer(buttons);
     }
 
 private:
@@ -40,13 +40,21 @@ private:
 };
 
 // Reads the file into the workspace's table and reports a failure the way
-// compilers do, so that editors can jump to the line.
-int ReadTable(Workspace &workspace, const std::string &file, std::ostream &err)
+// compilers do, so that editors can jump to the line. Tools beyond the table
+// are reported too; normalize stops there, since writing would drop them.
+int ReadTable(Workspace &workspace, const Invocation &invocation, std::ostream &err)
 {
+    const std::string &file = invocation.file;
     const ReadResult result = ReadToolListFile(workspace.Table, file);
     switch (result.outcome) {
     case ReadOutcome::Read:
-        return 0;
+        if (result.skippedPositions == 0) {
+            return 0;
+        }
+        err << file << ": magazine positions up to " << result.highestSkippedMagazine
+            << " lie beyond the table of " << workspace.Table.MagazineMax
+            << " positions; use --magazine-max to keep them\n";
+        return invocation.command == CommandKind::Normalize ? ExitToolsBeyondTable : 0;
     case ReadOutcome::NotFound:
         err << file << ": no such file\n";
         return ExitNotFound;
@@ -171,7 +179,7 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
     if (RunStartup(workspace, appDir, messages, invocation.overrides) != 0) {
         return ExitStartupFailed;
     }
-    if (int status = ReadTable(workspace, invocation.file, err); status != 0) {
+    if (int status = ReadTable(workspace, invocation, err); status != 0) {
         return status;
     }
 

@@ -248,6 +248,8 @@ TEST(Ttltool, ReadsSettingsAndCatalogueBesideTheProgramUnlessTheCommandLineSaysO
 
     Outcome fromSettings = tool({"dump", "machining_centre.TTL"});
     Outcome overridden = tool({"--magazine-max", "5", "check", "machining_centre.TTL"});
+    const std::string file = tool.dir.read("machining_centre.TTL");
+    Outcome refused = tool({"normalize", "machining_centre.TTL"});
     Outcome noCatalogue = bare({"check", "machining_centre.TTL"});
     Outcome namedCatalogue =
         bare({"check", "machining_centre.TTL", "--catalogue", RuntimeCatalogue});
@@ -257,6 +259,12 @@ TEST(Ttltool, ReadsSettingsAndCatalogueBesideTheProgramUnlessTheCommandLineSaysO
     EXPECT_FALSE(SlotText(fromSettings.out, 12).empty());
     EXPECT_TRUE(SlotText(fromSettings.out, 13).empty()) << "position 13 lies beyond the table";
     EXPECT_EQ(overridden.out, "machining_centre.TTL: read, 4 of 5 positions hold a tool\n");
+    EXPECT_EQ(overridden.err, "machining_centre.TTL: magazine positions up to 20 lie beyond the "
+                              "table of 5 positions; use --magazine-max to keep them\n");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(Contains(refused.err, "up to 20 lie beyond the table of 12 ")) << refused.err;
+    EXPECT_EQ(refused.out, "");
+    EXPECT_EQ(tool.dir.read("machining_centre.TTL"), file);
     EXPECT_EQ(noCatalogue.status, 2);
     EXPECT_TRUE(Contains(noCatalogue.err, "QORTool.msg\" is not found.")) << noCatalogue.err;
     EXPECT_EQ(namedCatalogue.status, 0) << namedCatalogue.err;

@@ -91,6 +91,31 @@ TEST_F(Commands, AFailedSaveChangesNothingAndSaysWhy)
     EXPECT_EQ(files.read("atc.TTL"), "old bytes");
 }
 
+TEST_F(Commands, ToolsBeyondTheTableAreReportedAndSavingWithoutThemNeedsAYes)
+{
+    const std::string path = files.file("atc.TTL");
+    files.write("atc.TTL",
+                "MAGAZINE01 = BAL/10,50\nMAGAZINE150 = BAL/8,40\nMAGAZINE30 = FLA/6,40\n");
+    ws.NoQuestionAfterSave = true;
+
+    EXPECT_TRUE(commands.Read(path));
+    EXPECT_EQ(OnlyMessage().text,
+              Msg("MSG23-1") + " 150 " + Msg("MSG23-2") + " 20 " + Msg("MSG23-3"));
+    messages.shown.clear();
+    EXPECT_FALSE(commands.Save(path, "1", true)); // Enter answers No
+
+    EXPECT_EQ(OnlyMessage().text, Msg("MSG24-1") + " 20 " + Msg("MSG24-2"));
+    EXPECT_EQ(OnlyMessage().buttons, MessageButtons::YesNoDefaultNo);
+    EXPECT_NE(files.read("atc.TTL").find("MAGAZINE150"), std::string::npos);
+    messages.answers = {MessageAnswer::Yes};
+    EXPECT_TRUE(commands.Save(path, "1", true));
+    EXPECT_EQ(files.read("atc.TTL").find("MAGAZINE150"), std::string::npos);
+    messages.shown.clear();
+    EXPECT_TRUE(commands.Read(path)); // now nothing lies beyond the table
+    EXPECT_TRUE(commands.Save(path, "1", true));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
 TEST_F(Commands, TheConfiguredEditorOpensTheFileOrTheUserIsTold)
 {
     ws.Settings.WriteIniString("Exe", "Text Editer", " kate ");

@@ -11,7 +11,7 @@ MessageAnswer RecordingMessageService::Show(const std::string &text, MessageIcon
         answers.pop_front();
         return answer;
     }
-    return buttons == MessageButtons::YesNo ? MessageAnswer::Yes : MessageAnswer::Ok;
+    return DefaultAnswer(buttons);
 }
 
 } // namespace qor::test

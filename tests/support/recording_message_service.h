@@ -8,7 +8,8 @@
 
 namespace qor::test {
 
-// Records every message and answers from a queue (Ok / Yes when empty).
+// Records every message and answers from a queue (the default answer when
+// empty).
 class RecordingMessageService : public MessageService
 {
 public:

@@ -173,16 +173,23 @@ TEST_F(Reader, ArborBeforeTheFirstMagazineIsTheFilesAndAfterItTheTools)
     EXPECT_EQ(Magazine(3).Arbor.Dia[0], 0);
 }
 
-TEST_F(Reader, PositionsBeyondTheTableAreSkipped)
+// Counted are the distinct positions beyond the table that held a tool.
+TEST_F(Reader, PositionsBeyondTheTableAreSkippedAndCounted)
 {
     auto result = Read("MAGAZINE11 = BAL/10,50\nPEN/4\nMAGAZINE02 = FLA/6,40\n"
-                       "magazine9999 = bal/1,1 MAGAZINE03 = BAL/1,1\n");
+                       "magazine9999 = bal/1,1 MAGAZINE03 = BAL/1,1\nMAGAZINE11 = FLA/1,1\n"
+                       "MAGAZINE20000 = PEN/3\nMAGAZINE20001 = XYZ/1\n");
 
     ASSERT_EQ(result.outcome, ReadOutcome::Read) << result.error.message;
     EXPECT_EQ(Magazine(2).ToolKind, KindFla);
     EXPECT_EQ(Magazine(2).PenNo, 0);
     EXPECT_EQ(Magazine(3).ToolKind, KindNone);
     EXPECT_EQ(table.CurrentSlot, -1);
+    EXPECT_EQ(result.skippedPositions, 2);
+    EXPECT_EQ(result.highestSkippedMagazine, 9999);
+    auto within = Read("MAGAZINE10 = BAL/10,50\n");
+    EXPECT_EQ(within.skippedPositions, 0);
+    EXPECT_EQ(within.highestSkippedMagazine, 0);
 }
 
 TEST_F(Reader, MissingFileOrFolderLeavesTheTable)

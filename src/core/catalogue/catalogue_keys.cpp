@@ -103,6 +103,8 @@ std::vector<CatalogueKey> BuildKeys()
         .Subs(17, 1, 2)
         .Range(18, 19)
         .Range(21, 22)
+        .Subs(23, 1, 3)
+        .Subs(24, 1, 2)
         .AppendTo(keys);
 
     return keys;

@@ -5,7 +5,8 @@
 namespace qor {
 
 enum class MessageIcon { None, Information, Exclamation, Critical, Question };
-enum class MessageButtons { Ok, OkCancel, YesNo };
+// YesNoDefaultNo: a question whose safe answer is No, which Enter then gives.
+enum class MessageButtons { Ok, OkCancel, YesNo, YesNoDefaultNo };
 enum class MessageAnswer { Ok, Cancel, Yes, No };
 
 // Every message box of the program goes through one of these, so that tests
@@ -21,5 +22,21 @@ public:
                                const std::string &title = {}) = 0;
     virtual void Beep() {}
 };
+
+// The answer of Enter: Ok for Ok and OkCancel, Yes for YesNo, No for
+// YesNoDefaultNo.
+constexpr MessageAnswer DefaultAnswer(MessageButtons buttons)
+{
+    switch (buttons) {
+    case MessageButtons::YesNo:
+        return MessageAnswer::Yes;
+    case MessageButtons::YesNoDefaultNo:
+        return MessageAnswer::No;
+    case MessageButtons::Ok:
+    case MessageButtons::OkCancel:
+        break;
+    }
+    return MessageAnswer::Ok;
+}
 
 } // namespace qor

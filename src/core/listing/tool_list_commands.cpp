@@ -44,8 +44,15 @@ bool ToolListCommands::Read(const std::string &path)
 {
     ToolTable &table = m_ws.Table;
     const ReadResult result = ReadToolListFile(table, path);
+    if (result.outcome != ReadOutcome::NotFound) {
+        m_toolsBeyondTable = result.skippedPositions > 0;
+    }
     switch (result.outcome) {
     case ReadOutcome::Read:
+        if (m_toolsBeyondTable) {
+            m_messages.Show(ToolsBeyondTableText(m_ws, result.highestSkippedMagazine),
+                            MessageIcon::Information, MessageButtons::Ok, Title);
+        }
         return true;
     case ReadOutcome::FormatError: {
         std::string text = m_ws.Text("MSG", "MSG7") + "\n\n" + path;
@@ -117,6 +124,15 @@ bool ToolListCommands::CreateEmptyFile(const std::string &path)
 
 bool ToolListCommands::Save(const std::string &path, const std::string &magIniText, bool autoRead)
 {
+    if (m_toolsBeyondTable) {
+        const std::string question = m_ws.Text("MSG", "MSG24-1") + " " +
+                                     std::to_string(m_ws.Table.MagazineMax) + " " +
+                                     m_ws.Text("MSG", "MSG24-2");
+        if (m_messages.Show(question, MessageIcon::Question, MessageButtons::YesNoDefaultNo,
+                            Title) != MessageAnswer::Yes) {
+            return false;
+        }
+    }
     WriteOptions options;
     options.title = m_ws.Text("String", "Str80");
     options.magIniText = magIniText;
@@ -252,6 +268,13 @@ std::string MagIniRefusalText(const Workspace &workspace)
 {
     return workspace.Text("MSG", "MSG17-1") + " " + std::to_string(workspace.Globals.MagazineMax) +
            " " + workspace.Text("MSG", "MSG17-2");
+}
+
+std::string ToolsBeyondTableText(const Workspace &workspace, int highestMagazine)
+{
+    return workspace.Text("MSG", "MSG23-1") + " " + std::to_string(highestMagazine) + " " +
+           workspace.Text("MSG", "MSG23-2") + " " + std::to_string(workspace.Table.MagazineMax) +
+           " " + workspace.Text("MSG", "MSG23-3");
 }
 
 bool IsAbsolutePath(std::string_view path)

@@ -31,14 +31,18 @@ public:
     // position 1 when it had no initial magazine yet). False when nothing
     // the list shows changed, and after a format error, which the message
     // reports with the line: the list then keeps showing the table as it was,
-    // while the table holds what was read before the faulty line.
+    // while the table holds what was read before the faulty line. A file
+    // with tools beyond the table ("Magazine Max") is read without them, and
+    // "MSG23" says so.
     bool Read(const std::string &path);
 
     // Save: writes the table to the file, stores "TTL File" and "Auto Read",
     // and offers to open the file in the text editor (unless the workspace's
     // NoQuestionAfterSave is set). False when the file could not be written:
     // the message names the file and the reason, and the old file, the table
-    // and the settings are left as they were.
+    // and the settings are left as they were. While the table comes from a
+    // file whose tools beyond the table were skipped, it first asks ("MSG24",
+    // default No); any other answer returns false with nothing written.
     bool Save(const std::string &path, const std::string &magIniText, bool autoRead);
 
     // Stores "TTL File" and "Auto Read" in section "Files" of the settings.
@@ -88,6 +92,8 @@ private:
     Workspace &m_ws;
     MessageService &m_messages;
     ProgramStarter m_starter;
+    // The last read skipped tools beyond the table, so saving drops them.
+    bool m_toolsBeyondTable = false;
 };
 
 // The tool list file the list window starts with: the command line when it
@@ -103,5 +109,9 @@ bool IsAbsolutePath(std::string_view path);
 // The text of the initial magazine refusal: "MSG17-1", the highest number,
 // "MSG17-2".
 std::string MagIniRefusalText(const Workspace &workspace);
+
+// The text that a read skipped tools up to `highestMagazine`: "MSG23-1", the
+// number, "MSG23-2", the table's size, "MSG23-3".
+std::string ToolsBeyondTableText(const Workspace &workspace, int highestMagazine);
 
 } // namespace qor

@@ -11,6 +11,7 @@
 #include <string>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 // A tool list line is a sequence of items, each starting with a keyword that
 // is recognised by its first three letters in any case. Each item cuts its own
@@ -177,6 +178,7 @@ private:
 
     bool Number(std::string_view &text, float &value);
     bool Fail(std::string_view what);
+    void NoteSkipped(std::uint32_t keyword);
 
     ToolSlot &Slot() { return m_table.Slots[static_cast<std::size_t>(m_table.CurrentSlot)]; }
 
@@ -186,6 +188,7 @@ private:
     std::string_view m_line;
     const char *m_lastComma = nullptr; // in m_line
     int m_lineNumber = 0;
+    std::vector<bool> m_skipped; // by magazine number, sized on the first skipped tool
     ReadResult m_result;
 };
 
@@ -246,8 +249,10 @@ bool ToolListParser::ParseLine(std::string_view line)
 bool ToolListParser::ParseItem(std::string_view &rest)
 {
     const std::uint32_t keyword = Keyword(rest[0], rest[1], rest[2]);
-    // Items of a magazine position beyond the table are skipped silently.
+    // Items of a magazine position beyond the table are skipped; the result
+    // only counts the positions whose tools went this way.
     if (keyword != Keyword("MAG") && m_table.CurrentSlot >= m_slotLimit) {
+        NoteSkipped(keyword);
         rest = {};
         return true;
     }
@@ -538,6 +543,26 @@ bool ToolListParser::Number(std::string_view &text, float &value)
     }
     value = *number;
     return true;
+}
+
+// Only a tool makes a position worth a warning: the writer writes nothing for
+// a position without one.
+void ToolListParser::NoteSkipped(std::uint32_t keyword)
+{
+    if (std::none_of(KindWords.begin(), KindWords.end(),
+                     [keyword](std::string_view word) { return Keyword(word) == keyword; })) {
+        return;
+    }
+    const int number = m_table.CurrentSlot + 1;
+    if (m_skipped.empty()) {
+        m_skipped.resize(MagazineNumberMax + 1);
+    }
+    if (m_skipped[static_cast<std::size_t>(number)]) {
+        return;
+    }
+    m_skipped[static_cast<std::size_t>(number)] = true;
+    ++m_result.skippedPositions;
+    m_result.highestSkippedMagazine = std::max(m_result.highestSkippedMagazine, number);
 }
 
 bool ToolListParser::Fail(std::string_view what)

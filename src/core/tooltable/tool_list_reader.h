@@ -22,6 +22,11 @@ struct ReadResult
     ReadOutcome outcome = ReadOutcome::Read;
     // For FormatError: what is wrong, the 1-based line number and the line.
     Error error;
+    // Positions beyond the table are skipped; these say how many distinct
+    // magazine numbers beyond it held a tool, and the highest (0 for none),
+    // so that a caller can warn before a save drops those tools.
+    int skippedPositions = 0;
+    int highestSkippedMagazine = 0;
 };
 
 // Reads a tool list file into the table. `ForeignFile` is set first, and
