@@ -14,8 +14,8 @@ TempDir::TempDir()
 {
     static std::atomic<unsigned> counter{0};
     std::random_device random;
-    fs::path folder = fs::temp_directory_path() /
-                      ("qortool-test-" + std::to_string(random()) + "-" + std::to_string(counter++));
+    fs::path folder = fs::temp_directory_path() / ("qortool-test-" + std::to_string(random()) +
+                                                   "-" + std::to_string(counter++));
     fs::create_directories(folder);
     m_path = folder.string() + static_cast<char>(fs::path::preferred_separator);
 }

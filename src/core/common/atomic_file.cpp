@@ -100,7 +100,10 @@ AtomicFileWriter &AtomicFileWriter::operator=(AtomicFileWriter &&other) noexcept
     return *this;
 }
 
-AtomicFileWriter::~AtomicFileWriter() { Abandon(); }
+AtomicFileWriter::~AtomicFileWriter()
+{
+    Abandon();
+}
 
 Status AtomicFileWriter::Open(const std::string &path)
 {

@@ -43,13 +43,15 @@ std::string Common::GetProfileValue(std::string_view section, std::string_view k
 std::string DirOfPath(std::string_view path)
 {
     auto separator = LastSeparator(path);
-    return separator == std::string_view::npos ? std::string() : std::string(path.substr(0, separator + 1));
+    return separator == std::string_view::npos ? std::string()
+                                               : std::string(path.substr(0, separator + 1));
 }
 
 std::string FileOfPath(std::string_view path)
 {
     auto separator = LastSeparator(path);
-    return separator == std::string_view::npos ? std::string() : std::string(path.substr(separator + 1));
+    return separator == std::string_view::npos ? std::string()
+                                               : std::string(path.substr(separator + 1));
 }
 
 char PathSeparator()

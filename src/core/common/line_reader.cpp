@@ -7,8 +7,7 @@ namespace qor {
 
 LineReader::LineReader(std::FILE *file, std::size_t maxLineLength)
     : m_file(file), m_maxLineLength(maxLineLength), m_buffer(1 << 16)
-{
-}
+{}
 
 void LineReader::CountLine()
 {

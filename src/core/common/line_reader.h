@@ -15,7 +15,13 @@ namespace qor {
 class LineReader
 {
 public:
-    enum class Status { Line, TooLong, End, ReadError };
+    enum class Status
+    {
+        Line,
+        TooLong,
+        End,
+        ReadError
+    };
 
     LineReader(std::FILE *file, std::size_t maxLineLength);
 

@@ -4,10 +4,29 @@
 
 namespace qor {
 
-enum class MessageIcon { None, Information, Exclamation, Critical, Question };
+enum class MessageIcon
+{
+    None,
+    Information,
+    Exclamation,
+    Critical,
+    Question
+};
 // YesNoDefaultNo: a question whose safe answer is No, which Enter then gives.
-enum class MessageButtons { Ok, OkCancel, YesNo, YesNoDefaultNo };
-enum class MessageAnswer { Ok, Cancel, Yes, No };
+enum class MessageButtons
+{
+    Ok,
+    OkCancel,
+    YesNo,
+    YesNoDefaultNo
+};
+enum class MessageAnswer
+{
+    Ok,
+    Cancel,
+    Yes,
+    No
+};
 
 // Every message box of the program goes through one of these, so that tests
 // can answer them and nothing blocks. The windows use a Qt message box; the

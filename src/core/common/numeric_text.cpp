@@ -9,7 +9,10 @@ namespace qor {
 
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 // Strips blanks and a leading "+", which std::from_chars does not take.
 // Returns the text from_chars should parse, or nullopt when not numeric.
@@ -323,7 +326,8 @@ std::string FormatPicture(double value, std::string_view picture)
         decimals.pop_back();
     }
     std::size_t firstNonZero = integerDigits.find_first_not_of('0');
-    integerDigits = firstNonZero == std::string::npos ? std::string() : integerDigits.substr(firstNonZero);
+    integerDigits =
+        firstNonZero == std::string::npos ? std::string() : integerDigits.substr(firstNonZero);
     if (integerDigits.size() < minIntegerDigits) {
         integerDigits.insert(0, minIntegerDigits - integerDigits.size(), '0');
     }

@@ -69,10 +69,8 @@ std::vector<Line> SplitLines(std::string_view content)
             lines.push_back({content.substr(pos), {}});
             break;
         }
-        std::size_t endLength = content[stop] == '\r' && stop + 1 < content.size() &&
-                                        content[stop + 1] == '\n'
-                                    ? 2
-                                    : 1;
+        std::size_t endLength =
+            content[stop] == '\r' && stop + 1 < content.size() && content[stop + 1] == '\n' ? 2 : 1;
         lines.push_back({content.substr(pos, stop - pos), content.substr(stop, endLength)});
         pos = stop + endLength;
     }
@@ -87,7 +85,8 @@ bool SectionName(std::string_view line, std::string_view &name)
         return false;
     }
     auto close = t.find(']');
-    name = TrimBlank(t.substr(1, close == std::string_view::npos ? std::string_view::npos : close - 1));
+    name = TrimBlank(
+        t.substr(1, close == std::string_view::npos ? std::string_view::npos : close - 1));
     return true;
 }
 

@@ -13,8 +13,7 @@ struct Error
     Error() = default;
     Error(std::string message_, int line_ = 0, std::string lineText_ = {})
         : message(std::move(message_)), line(line_), lineText(std::move(lineText_))
-    {
-    }
+    {}
 
     std::string message;
     int line = 0;
@@ -22,8 +21,7 @@ struct Error
 };
 
 // Either a value or an Error; the core returns these instead of throwing.
-template <typename T>
-class [[nodiscard]] Result
+template <typename T> class [[nodiscard]] Result
 {
 public:
     Result(T value) : m_state(std::move(value)) {}
@@ -42,10 +40,12 @@ private:
 
 // A Result without a value.
 struct Done
-{
-};
+{};
 using Status = Result<Done>;
 
-inline Status Success() { return Done{}; }
+inline Status Success()
+{
+    return Done{};
+}
 
 } // namespace qor

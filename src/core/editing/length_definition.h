@@ -23,7 +23,15 @@ namespace qor {
 // out to the shank diameter, at its angle from the axis (90 is a square step).
 // The file writes mode 2 as L, N1, shoulder, Ds (Len1, Len3, Len4, Len2) and
 // mode 3 as L, shoulder, Nt, Tn, N2, Ds (Len1, Len4, Len6, Len3, Len5, Len2).
-enum LengthBox { BoxLength = 0, BoxShD = 1, BoxShN = 2, BoxShNb = 3, BoxShT = 4, BoxShTb = 5 };
+enum LengthBox
+{
+    BoxLength = 0,
+    BoxShD = 1,
+    BoxShN = 2,
+    BoxShNb = 3,
+    BoxShT = 4,
+    BoxShTb = 5
+};
 
 inline constexpr int LengthBoxCount = 6;
 
@@ -35,8 +43,8 @@ inline constexpr std::array<const char *, LengthBoxCount> LengthBoxNames = {
 inline constexpr std::array<std::array<bool, LengthBoxCount>, 4> LengthBoxesInUse = {{
     {true, false, false, false, false, false}, // 0: none
     {true, false, false, false, false, false}, // 1: "LENGTH/"
-    {true, true, true, true, false, false},  // 2: "LENGTH2/"
-    {true, true, true, true, true, true},    // 3: "LENGTH3/"
+    {true, true, true, true, false, false},    // 2: "LENGTH2/"
+    {true, true, true, true, true, true},      // 3: "LENGTH3/"
 }};
 
 } // namespace qor

@@ -95,8 +95,7 @@ int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &
         messages.Show(OldCatalogueText(g.MsgPath), MessageIcon::Information, MessageButtons::Ok);
     }
     if (auto loaded = workspace.Catalogue.Load(g.MsgPath); !loaded) {
-        messages.Show(loaded.error().message, MessageIcon::Critical, MessageButtons::Ok,
-                      "QORTool");
+        messages.Show(loaded.error().message, MessageIcon::Critical, MessageButtons::Ok, "QORTool");
         return ExitCatalogueBroken;
     }
 

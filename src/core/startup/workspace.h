@@ -49,9 +49,9 @@ struct Workspace
     // A Para change rule writes another Para box; Para changes do nothing.
     bool ParaChangeGuard = false;
 
-    bool ExtendedKinds = false;      // kinds 8 and 9 may be opened
-    bool TenthKindOffered = false;   // the editor's kind list offers "T-T"
-    bool QuietDefaultRead = false;   // no message when the default file is missing
+    bool ExtendedKinds = false;    // kinds 8 and 9 may be opened
+    bool TenthKindOffered = false; // the editor's kind list offers "T-T"
+    bool QuietDefaultRead = false; // no message when the default file is missing
     bool NoQuestionAfterSave = false;
 
     // Shorthand for Catalogue.GetText.

@@ -8,7 +8,8 @@
 namespace qor {
 
 // The ten tool kinds; the value is what `ToolKind` holds (-1: no tool).
-enum ToolKindCode : std::int16_t {
+enum ToolKindCode : std::int16_t
+{
     KindNone = -1,
     KindCut = 0, // "CUT" general cutter: diameter, corner radius, cone and flank angles
     KindBal = 1, // "BAL" ball end mill

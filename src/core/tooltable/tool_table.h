@@ -19,9 +19,9 @@ inline constexpr int LengthValueCount = 6;
 inline constexpr std::array<char, OptFeedLetterCount> OptFeedLetters = {'A', 'V', 'U', 'D'};
 
 // Limit flag bits of `LimitFlags`.
-inline constexpr std::uint8_t LimitModeMask = 63;      // 0 none, 1 "LIMIT", 2 "LIMITS"
-inline constexpr std::uint8_t LimitFourValues = 64;    // four values instead of one
-inline constexpr std::uint8_t LimitPVariant = 128;     // the "P" output variant
+inline constexpr std::uint8_t LimitModeMask = 63;   // 0 none, 1 "LIMIT", 2 "LIMITS"
+inline constexpr std::uint8_t LimitFourValues = 64; // four values instead of one
+inline constexpr std::uint8_t LimitPVariant = 128;  // the "P" output variant
 
 // Arbor sections, bottom up. Section i (0-based) is section i + 1 of the file.
 // The list ends at the first diameter that is 0. `Flag` is used by arbor
@@ -47,9 +47,9 @@ struct ToolSlot
     float Param6 = 0;
     float ToolLength = 0; // flute (cutting) length; the overall length is Len1
     float Param7 = 0;
-    std::int16_t LengthMode = 0;          // 0 none, 1 "LENGTH/", 2 "LENGTH2/", 3 "LENGTH3/"
+    std::int16_t LengthMode = 0;               // 0 none, 1 "LENGTH/", 2 "LENGTH2/", 3 "LENGTH3/"
     std::array<float, LengthValueCount> Len{}; // Len[0] is Len1 ... Len[5] is Len6
-    std::int16_t ArborMode = 0;           // 0 none, 1 "ARBOR", 2 "ARBOR2", 3 "ARBOR3"
+    std::int16_t ArborMode = 0;                // 0 none, 1 "ARBOR", 2 "ARBOR2", 3 "ARBOR3"
     ArborSections Arbor;
     std::array<std::int16_t, OptFeedLetterCount> OptFeedOn{};
     std::array<std::array<float, OptFeedPointCount>, OptFeedLetterCount> OptFeedPos{};
