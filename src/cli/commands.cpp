@@ -4,6 +4,7 @@
 #include "catalogue_keys.h"
 #include "json_output.h"
 #include "message_catalogue.h"
+#include "native_file.h"
 #include "startup.h"
 #include "tool_list_reader.h"
 #include "tool_list_writer.h"
@@ -85,7 +86,7 @@ int CountTools(const ToolTable &table)
 bool SameFile(const std::string &a, const std::string &b)
 {
     std::error_code ec;
-    return a == b || std::filesystem::equivalent(a, b, ec);
+    return a == b || std::filesystem::equivalent(NativePath(a), NativePath(b), ec);
 }
 
 // The name the writer gives the backup of a foreign file; only used to tell
@@ -96,7 +97,7 @@ std::string NextBackupName(const std::string &path)
     for (int n = 1;; ++n) {
         std::string name = base + "_org" + std::to_string(n) + ".TTL";
         std::error_code ec;
-        if (!std::filesystem::exists(name, ec)) {
+        if (!std::filesystem::exists(NativePath(name), ec)) {
             return name;
         }
     }

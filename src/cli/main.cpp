@@ -12,7 +12,7 @@
 
 int main(int argc, char **argv)
 {
-    const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
+    const std::vector<std::string> args = qor::cli::ProgramArguments(argc, argv);
     auto parsed = qor::cli::ParseArguments(args);
     if (!parsed) {
         std::cerr << qor::cli::UsageErrorLine(parsed.error()) << '\n';

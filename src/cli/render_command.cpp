@@ -2,6 +2,7 @@
 
 #include "commands.h"
 #include "json_output.h"
+#include "native_file.h"
 #include "tool_kinds.h"
 
 #include <cstdio>
@@ -72,8 +73,8 @@ int Render(Workspace &workspace, const Invocation &invocation, PictureWriterFact
     } else {
         std::error_code made;
         std::error_code probed;
-        fs::create_directories(output, made);
-        if (!fs::is_directory(output, probed)) {
+        fs::create_directories(NativePath(output), made);
+        if (!fs::is_directory(NativePath(output), probed)) {
             err << "Cannot make the folder \"" << output
                 << "\": " << (made ? made.message() : "a file of that name is in the way") << ".\n";
             return ExitWriteFailed;
@@ -82,8 +83,8 @@ int Render(Workspace &workspace, const Invocation &invocation, PictureWriterFact
             const ToolSlot &tool = table.Slots[static_cast<std::size_t>(slot)];
             if (tool.HasTool()) {
                 const fs::path path =
-                    fs::path(output) / PictureFileName(slot, tool.ToolKind, options.format);
-                pictures.push_back(RequestFor(table, slot, path.string(), options));
+                    NativePath(output) / PictureFileName(slot, tool.ToolKind, options.format);
+                pictures.push_back(RequestFor(table, slot, Utf8Path(path), options));
             }
         }
     }

@@ -16,7 +16,7 @@ class Commands : public Listing
 protected:
     std::string Setting(std::string_view section, std::string_view key) const
     {
-        return ReadProfileString(ws.Globals.IniPath, section, key);
+        return ReadProfileEntry(ws.Globals.IniPath, section, key);
     }
 
     const RecordingMessageService::Shown &OnlyMessage() const

@@ -1,12 +1,15 @@
+#include "native_file.h"
+#include "profile_file.h"
 #include "recording_message_service.h"
 #include "startup.h"
 #include "temp_dir.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 
-#ifndef _WIN32
-#include <unistd.h>
+#ifdef _WIN32
+#include <windows.h>
 #endif
 
 namespace qor {
@@ -147,22 +150,55 @@ TEST_F(Startup, RefusesABrokenCatalogueWithACriticalMessageNamingTheLine)
     EXPECT_NE(messages.shown[0].text.find("3"), std::string::npos);
 }
 
+// A folder that exists and in which nobody, root included, can make a file:
+// /proc on Linux, and the same folder seen through Wine's drive Z:.
+std::string UnwritableFolder()
+{
+#ifdef _WIN32
+    auto ntdll = GetModuleHandleW(L"ntdll.dll");
+    if (ntdll == nullptr || GetProcAddress(ntdll, "wine_get_version") == nullptr) {
+        return {};
+    }
+    return "Z:\\proc\\";
+#else
+    return "/proc/";
+#endif
+}
+
 TEST_F(Startup, UsesTheDefaultsSilentlyWhenTheFolderCannotBeWritten)
 {
-#ifndef _WIN32
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "root writes into read-only folders; nothing to observe";
+    const std::string folder = UnwritableFolder();
+    if (folder.empty()) {
+        GTEST_SKIP() << "no folder here is known to refuse new files to everyone";
     }
-#endif
     dir.write("QORTool.msg", SmallCatalogue);
-    std::filesystem::permissions(dir.path(), std::filesystem::perms::owner_write,
-                                 std::filesystem::perm_options::remove);
 
-    EXPECT_EQ(RunStartup(ws, dir.path(), messages), 0);
+    EXPECT_EQ(RunStartup(ws, folder, messages, StartupOverrides{dir.file("QORTool.msg"), {}}), 0);
 
     EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(ws.Globals.IniPath, folder + "QorTool.INI");
     EXPECT_EQ(ws.Globals.MagazineMax, 100);
-    EXPECT_FALSE(std::filesystem::exists(dir.file("QorTool.INI")));
+    EXPECT_EQ(ws.Globals.ButtonFontSize, 11);
+    EXPECT_FALSE(std::filesystem::exists(NativePath(ws.Globals.IniPath)));
+}
+
+TEST_F(Startup, StartsFromAFolderWithAnyCharactersAndUsesTheSystemSeparatorThroughout)
+{
+    const std::string name = "J\xC3\xBCrgen \xE5\xB7\xA5\xE5\x85\xB7";
+    const std::string folder = dir.file(name) + PathSeparator();
+    std::filesystem::create_directory(NativePath(folder));
+    dir.write(name + PathSeparator() + "QORTool.msg", SmallCatalogue);
+    std::string given = folder.substr(0, folder.size() - 1);
+#ifdef _WIN32
+    std::replace(given.begin(), given.end(), '\\', '/');
+#endif
+
+    EXPECT_EQ(RunStartup(ws, given, messages), 0);
+
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(ws.Globals.AppDir, folder);
+    EXPECT_EQ(ws.Globals.MsgPath, folder + "QORTool.msg");
+    EXPECT_EQ(ReadProfileEntry(folder + "QorTool.INI", "Config", "Magazine Max"), "100");
 }
 
 TEST_F(Startup, TakesTheCommandLineOverrides)

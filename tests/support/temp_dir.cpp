@@ -1,5 +1,7 @@
 #include "temp_dir.h"
 
+#include "native_file.h"
+
 #include <atomic>
 #include <filesystem>
 #include <fstream>
@@ -17,29 +19,30 @@ TempDir::TempDir()
     fs::path folder = fs::temp_directory_path() / ("qortool-test-" + std::to_string(random()) +
                                                    "-" + std::to_string(counter++));
     fs::create_directories(folder);
-    m_path = folder.string() + static_cast<char>(fs::path::preferred_separator);
+    m_path = Utf8Path(folder) + static_cast<char>(fs::path::preferred_separator);
 }
 
 TempDir::~TempDir()
 {
     std::error_code ec;
     // Tests may leave read-only folders behind; open them up before removing.
-    for (auto &entry : fs::recursive_directory_iterator(m_path, ec)) {
+    const fs::path folder = NativePath(m_path);
+    for (auto &entry : fs::recursive_directory_iterator(folder, ec)) {
         fs::permissions(entry.path(), fs::perms::owner_all, fs::perm_options::add, ec);
     }
-    fs::permissions(m_path, fs::perms::owner_all, fs::perm_options::add, ec);
-    fs::remove_all(m_path, ec);
+    fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add, ec);
+    fs::remove_all(folder, ec);
 }
 
 void TempDir::write(std::string_view name, std::string_view bytes) const
 {
-    std::ofstream out(file(name), std::ios::binary | std::ios::trunc);
+    std::ofstream out(NativePath(file(name)), std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
 std::string TempDir::read(std::string_view name) const
 {
-    std::ifstream in(file(name), std::ios::binary);
+    std::ifstream in(NativePath(file(name)), std::ios::binary);
     std::ostringstream content;
     content << in.rdbuf();
     return content.str();

@@ -70,7 +70,7 @@ protected:
 
     std::string Setting(std::string_view section, std::string_view key) const
     {
-        return ReadProfileString(ws.Globals.IniPath, section, key);
+        return ReadProfileEntry(ws.Globals.IniPath, section, key);
     }
 
     std::unique_ptr<ToolListWindow> window;

@@ -1,5 +1,7 @@
 #include "atomic_file.h"
 
+#include "native_file.h"
+
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -63,9 +65,14 @@ void SyncFolder([[maybe_unused]] const fs::path &file)
 // whose name is at the system's length limit can still be written.
 std::string TemporaryName(const fs::path &target, unsigned number)
 {
-    std::string base = target.filename().string();
+    std::string base = Utf8Path(target.filename());
     if (base.size() > 64) {
-        base.resize(64);
+        // Cut on a character boundary, so that the name stays valid UTF-8.
+        std::size_t cut = 64;
+        while (cut > 0 && (static_cast<unsigned char>(base[cut]) & 0xC0) == 0x80) {
+            --cut;
+        }
+        base.resize(cut);
     }
     std::string name(1, '.');
     name.append(base)
@@ -113,7 +120,7 @@ Status AtomicFileWriter::Open(const std::string &path)
     m_finished = false;
     m_errno = 0;
     std::error_code ec;
-    fs::path target(path);
+    fs::path target = NativePath(path);
     if (path.empty() || fs::is_directory(target, ec)) {
         return Error{"Cannot write \"" + path + "\": the name is a folder, not a file."};
     }
@@ -121,17 +128,17 @@ Status AtomicFileWriter::Open(const std::string &path)
     fs::path folder = target.parent_path();
     for (int attempt = 0; attempt < 100; ++attempt) {
         std::string name = TemporaryName(target, counter++);
-        fs::path candidate = folder.empty() ? fs::path(name) : folder / name;
+        fs::path candidate = folder.empty() ? NativePath(name) : folder / NativePath(name);
         errno = 0;
-        m_file = std::fopen(candidate.string().c_str(), "wbx");
+        m_file = CreateNewFile(Utf8Path(candidate));
         if (m_file) {
-            m_temporary = candidate.string();
+            m_temporary = Utf8Path(candidate);
             break;
         }
         if (errno != EEXIST) {
             int error = errno;
             if (!folder.empty() && !fs::is_directory(folder, ec)) {
-                return Error{"Cannot write \"" + path + "\": the folder \"" + folder.string() +
+                return Error{"Cannot write \"" + path + "\": the folder \"" + Utf8Path(folder) +
                              "\" does not exist."};
             }
             return FileError("Cannot write", path, error);
@@ -198,14 +205,14 @@ Status AtomicFileWriter::Commit()
         return finished;
     }
     std::error_code ec;
-    fs::rename(m_temporary, m_target, ec);
+    fs::rename(NativePath(m_temporary), NativePath(m_target), ec);
     if (ec) {
         Abandon();
         return Error{"Cannot replace \"" + m_target + "\": " + ec.message() + "."};
     }
     m_temporary.clear();
     m_finished = false;
-    SyncFolder(fs::path(m_target));
+    SyncFolder(NativePath(m_target));
     return Success();
 }
 
@@ -218,7 +225,7 @@ void AtomicFileWriter::Abandon()
     }
     if (!m_temporary.empty()) {
         std::error_code ec;
-        fs::remove(m_temporary, ec);
+        fs::remove(NativePath(m_temporary), ec);
         m_temporary.clear();
     }
 }
@@ -235,11 +242,11 @@ Status WriteFileAtomically(const std::string &path, std::string_view content)
 
 Status CopyToNewFile(const std::string &from, const std::string &to)
 {
-    std::FILE *source = std::fopen(from.c_str(), "rb");
+    std::FILE *source = OpenFile(from, "rb");
     if (!source) {
         return FileError("Cannot read", from, errno);
     }
-    std::FILE *copy = std::fopen(to.c_str(), "wbx");
+    std::FILE *copy = CreateNewFile(to);
     if (!copy) {
         int error = errno;
         std::fclose(source);
@@ -265,7 +272,7 @@ Status CopyToNewFile(const std::string &from, const std::string &to)
     }
     if (error != 0) {
         std::error_code ec;
-        fs::remove(to, ec);
+        fs::remove(NativePath(to), ec);
         return FileError("Cannot copy to", to, error);
     }
     return Success();
@@ -273,7 +280,7 @@ Status CopyToNewFile(const std::string &from, const std::string &to)
 
 Result<std::string> ReadWholeFile(const std::string &path)
 {
-    std::FILE *file = std::fopen(path.c_str(), "rb");
+    std::FILE *file = OpenFile(path, "rb");
     if (!file) {
         return FileError("Cannot read", path, errno);
     }
@@ -295,7 +302,7 @@ Result<std::string> ReadWholeFile(const std::string &path)
 bool FileExists(const std::string &path)
 {
     std::error_code ec;
-    return !path.empty() && fs::is_regular_file(fs::path(path), ec);
+    return !path.empty() && fs::is_regular_file(NativePath(path), ec);
 }
 
 } // namespace qor

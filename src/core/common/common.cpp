@@ -18,9 +18,9 @@ std::size_t LastSeparator(std::string_view path)
 std::string Common::GetIniString(std::string_view section, std::string_view key,
                                  std::string_view defaultValue) const
 {
-    std::string value = ReadProfileString(m_iniPath, section, key);
+    std::string value = ReadProfileEntry(m_iniPath, section, key);
     if (value.empty()) {
-        WriteProfileString(m_iniPath, section, key, defaultValue);
+        WriteProfileEntry(m_iniPath, section, key, defaultValue);
         return std::string(defaultValue);
     }
     // The profile API hands back a C string: the text ends at the first NUL.
@@ -30,13 +30,13 @@ std::string Common::GetIniString(std::string_view section, std::string_view key,
 std::int16_t Common::WriteIniString(std::string_view section, std::string_view key,
                                     std::string_view value) const
 {
-    return WriteProfileString(m_iniPath, section, key, value.substr(0, WriteBufferLimit)) ? 1 : 0;
+    return WriteProfileEntry(m_iniPath, section, key, value.substr(0, WriteBufferLimit)) ? 1 : 0;
 }
 
 std::string Common::GetProfileValue(std::string_view section, std::string_view key,
                                     const std::string &file)
 {
-    std::string value = ReadProfileString(file, section, key);
+    std::string value = ReadProfileEntry(file, section, key);
     return value.substr(0, value.find('\0'));
 }
 

@@ -1,10 +1,18 @@
 #include "profile_file.h"
 
 #include "atomic_file.h"
+#include "native_file.h"
 
+#include <filesystem>
 #include <vector>
 
 #ifdef _WIN32
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
 #include <windows.h>
 #endif
 
@@ -214,28 +222,8 @@ std::string SetProfileValue(std::string_view content, std::string_view section,
     return out;
 }
 
-#ifdef _WIN32
-
-std::string ReadProfileString(const std::string &file, std::string_view section,
-                              std::string_view key)
-{
-    char buffer[256] = {};
-    std::string s(section), k(key);
-    GetPrivateProfileStringA(s.c_str(), k.c_str(), "", buffer, 255, file.c_str());
-    return std::string(buffer);
-}
-
-bool WriteProfileString(const std::string &file, std::string_view section, std::string_view key,
-                        std::string_view value)
-{
-    std::string s(section), k(key), v(value);
-    return WritePrivateProfileStringA(s.c_str(), k.c_str(), v.c_str(), file.c_str()) != 0;
-}
-
-#else
-
-std::string ReadProfileString(const std::string &file, std::string_view section,
-                              std::string_view key)
+std::string ReadProfileEntryPortable(const std::string &file, std::string_view section,
+                                     std::string_view key)
 {
     auto content = ReadWholeFile(file);
     if (!content) {
@@ -244,8 +232,8 @@ std::string ReadProfileString(const std::string &file, std::string_view section,
     return FindProfileValue(content.value(), section, key);
 }
 
-bool WriteProfileString(const std::string &file, std::string_view section, std::string_view key,
-                        std::string_view value)
+bool WriteProfileEntryPortable(const std::string &file, std::string_view section,
+                               std::string_view key, std::string_view value)
 {
     std::string existing;
     if (FileExists(file)) {
@@ -256,6 +244,56 @@ bool WriteProfileString(const std::string &file, std::string_view section, std::
         existing = std::move(content.value());
     }
     return WriteFileAtomically(file, SetProfileValue(existing, section, key, value)).ok();
+}
+
+#ifdef _WIN32
+
+namespace {
+
+std::wstring WideText(std::string_view utf8)
+{
+    return NativePath(utf8).native();
+}
+
+// The profile functions look a name without a folder up in the Windows
+// folder: they are always given the full path.
+std::wstring FullWidePath(const std::string &file)
+{
+    std::error_code ec;
+    auto full = std::filesystem::absolute(NativePath(file), ec);
+    return ec ? NativePath(file).native() : full.native();
+}
+
+} // namespace
+
+std::string ReadProfileEntry(const std::string &file, std::string_view section,
+                             std::string_view key)
+{
+    wchar_t buffer[256] = {};
+    GetPrivateProfileStringW(WideText(section).c_str(), WideText(key).c_str(), L"", buffer, 255,
+                             FullWidePath(file).c_str());
+    return Utf8Path(std::filesystem::path(std::wstring(buffer)));
+}
+
+bool WriteProfileEntry(const std::string &file, std::string_view section, std::string_view key,
+                       std::string_view value)
+{
+    return WritePrivateProfileStringW(WideText(section).c_str(), WideText(key).c_str(),
+                                      WideText(value).c_str(), FullWidePath(file).c_str()) != 0;
+}
+
+#else
+
+std::string ReadProfileEntry(const std::string &file, std::string_view section,
+                             std::string_view key)
+{
+    return ReadProfileEntryPortable(file, section, key);
+}
+
+bool WriteProfileEntry(const std::string &file, std::string_view section, std::string_view key,
+                       std::string_view value)
+{
+    return WriteProfileEntryPortable(file, section, key, value);
 }
 
 #endif

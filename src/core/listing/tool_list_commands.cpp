@@ -1,6 +1,7 @@
 #include "tool_list_commands.h"
 
 #include "atomic_file.h"
+#include "native_file.h"
 #include "numeric_text.h"
 #include "tool_list_reader.h"
 #include "tool_list_writer.h"
@@ -25,7 +26,7 @@ bool FolderExists(const std::string &path)
         return true; // a bare name lies in the current folder
     }
     std::error_code error;
-    return std::filesystem::is_directory(std::filesystem::path(folder), error);
+    return std::filesystem::is_directory(NativePath(folder), error);
 }
 
 std::string Quoted(const std::string &path)
@@ -109,8 +110,8 @@ void ToolListCommands::StartAtFirstPosition()
 
 bool ToolListCommands::CreateEmptyFile(const std::string &path)
 {
-    // "x": never truncate a file that appeared in the meantime.
-    std::FILE *file = std::fopen(path.c_str(), "wbx");
+    // Never truncate a file that appeared in the meantime.
+    std::FILE *file = CreateNewFile(path);
     if (file == nullptr) {
         const int error = errno;
         m_messages.Show("Cannot create " + Quoted(path) + ": " +

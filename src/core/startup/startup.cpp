@@ -1,6 +1,7 @@
 #include "startup.h"
 
 #include "atomic_file.h"
+#include "native_file.h"
 #include "numeric_text.h"
 
 #include <string_view>
@@ -62,7 +63,7 @@ int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &
 {
     StartupGlobals &g = workspace.Globals;
 
-    g.AppDir = appDir;
+    g.AppDir = NativeSeparators(appDir);
     if (g.AppDir.empty() || (g.AppDir.back() != '\\' && g.AppDir.back() != '/')) {
         g.AppDir += PathSeparator();
     }

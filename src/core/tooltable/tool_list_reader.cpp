@@ -2,6 +2,7 @@
 
 #include "atomic_file.h"
 #include "line_reader.h"
+#include "native_file.h"
 #include "numeric_text.h"
 #include "tool_list_items.h"
 
@@ -594,7 +595,7 @@ ReadResult ReadToolListFile(ToolTable &table, const std::string &path)
     if (!FileExists(path)) {
         return {ReadOutcome::NotFound, Error("the file does not exist.")};
     }
-    std::FILE *file = std::fopen(path.c_str(), "rb");
+    std::FILE *file = OpenFile(path, "rb");
     if (file == nullptr) {
         const int error = errno;
         return {ReadOutcome::NotFound, Error("the file cannot be opened: " +

@@ -1,6 +1,7 @@
 #include "tool_list_writer.h"
 
 #include "atomic_file.h"
+#include "native_file.h"
 #include "numeric_text.h"
 
 #include <algorithm>
@@ -318,7 +319,7 @@ void FormatTable(ToolTable &table, const WriteOptions &options, std::string &buf
 bool NameExists(const std::string &path)
 {
     std::error_code ec;
-    fs::file_status status = fs::symlink_status(fs::path(path), ec);
+    fs::file_status status = fs::symlink_status(NativePath(path), ec);
     // A name that cannot be probed is not taken as free.
     return status.type() != fs::file_type::not_found;
 }
@@ -365,7 +366,7 @@ Status WriteToolListFile(ToolTable &table, const std::string &path, const WriteO
     if (auto committed = file.Commit(); !committed) {
         if (!backup.empty()) {
             std::error_code ec;
-            fs::remove(fs::path(backup), ec);
+            fs::remove(NativePath(backup), ec);
         }
         return committed;
     }
