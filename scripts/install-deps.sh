@@ -9,6 +9,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-dev clang-format
   xvfb xauth
+  g++-mingw-w64-x86-64-posix wine64
 )
 
 missing=()

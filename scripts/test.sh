@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Builds and runs every test: the core and its tests under AddressSanitizer
 # and UndefinedBehaviorSanitizer, each fuzz target for a short fixed time, and
-# finally the release build with all tests.
+# the release build with all tests, and finally the Windows leg: the core, its
+# tests and ttltool cross-built for Windows, the tests run under Wine, and
+# ttltool.exe compared with the Linux ttltool on every sample.
 #   FUZZ_SECONDS  seconds per fuzz target (default 60; 0 skips fuzzing)
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -47,3 +49,11 @@ echo "== Release build and tests"
 cmake --preset release >/dev/null
 cmake --build --preset release -j "$jobs"
 ctest --preset release -j "$jobs"
+
+echo "== Windows cross build, tests under Wine"
+windows_start=$(date +%s)
+cmake --preset windows-cross >/dev/null
+cmake --build --preset windows-cross -j "$jobs"
+ctest --preset windows-cross -j "$jobs"
+bash scripts/compare-windows-ttltool.sh build/release/bin/ttltool build/windows-cross/bin/ttltool.exe
+echo "Windows leg: $(( $(date +%s) - windows_start )) s"

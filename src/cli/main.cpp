@@ -7,11 +7,21 @@
 #endif
 
 #include <iostream>
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#endif
 #include <string>
 #include <vector>
 
 int main(int argc, char **argv)
 {
+#ifdef _WIN32
+    // The same bytes on every system: the C runtime adds no CR before each
+    // line feed, so that a dump or a report compares equal across systems.
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+#endif
     const std::vector<std::string> args = qor::cli::ProgramArguments(argc, argv);
     auto parsed = qor::cli::ParseArguments(args);
     if (!parsed) {

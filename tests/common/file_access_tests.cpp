@@ -1,9 +1,14 @@
 #include "atomic_file.h"
 #include "line_reader.h"
+#include "native_file.h"
+#include "profile_file.h"
 #include "temp_dir.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -62,6 +67,75 @@ TEST(AtomicFile, ReadWholeFileAndFileExistsTellMissingFilesApart)
     EXPECT_TRUE(FileExists(dir.file("a.txt")));
     EXPECT_FALSE(FileExists(dir.file("b.txt")));
     EXPECT_FALSE(FileExists(dir.path()));
+}
+
+TEST(NewFile, IsNeverMadeOverAnExistingFile)
+{
+    // The C runtime on Windows ignores fopen's "x"; each way of making a new
+    // file must still leave an existing one alone.
+    const std::vector<std::pair<const char *, std::function<bool(const std::string &)>>> makers = {
+        {"CreateNewFile",
+         [](const std::string &path) {
+             std::FILE *file = CreateNewFile(path);
+             if (file != nullptr) {
+                 std::fclose(file);
+                 return true;
+             }
+             return errno != EEXIST;
+         }},
+        {"CopyToNewFile",
+         [](const std::string &path) {
+             test::TempDir source;
+             source.write("s", "copied");
+             return CopyToNewFile(source.file("s"), path).ok();
+         }},
+    };
+    for (const auto &[name, make] : makers) {
+        test::TempDir dir;
+        dir.write("Atc_org1.TTL", "the original");
+
+        EXPECT_FALSE(make(dir.file("Atc_org1.TTL"))) << name;
+
+        EXPECT_EQ(dir.read("Atc_org1.TTL"), "the original") << name;
+        EXPECT_EQ(FilesIn(dir.path()), 1) << name;
+    }
+}
+
+TEST(NewFile, NamesWithAnyCharactersReachTheSystemAsTheyAre)
+{
+    test::TempDir dir;
+    const std::string name = "J\xC3\xBCrgen \xE5\xB7\xA5\xE5\x85\xB7.TTL";
+
+    ASSERT_TRUE(WriteFileAtomically(dir.file(name), "content").ok());
+    ASSERT_TRUE(CopyToNewFile(dir.file(name), dir.file("copy " + name)).ok());
+
+    EXPECT_TRUE(FileExists(dir.file(name)));
+    EXPECT_EQ(ReadWholeFile(dir.file("copy " + name)).value(), "content");
+    std::vector<std::string> listed;
+    for (const auto &entry : fs::directory_iterator(NativePath(dir.path()))) {
+        listed.push_back(Utf8Path(entry.path().filename()));
+    }
+    std::sort(listed.begin(), listed.end());
+    EXPECT_EQ(listed,
+              (std::vector<std::string>{"J\xC3\xBCrgen \xE5\xB7\xA5\xE5\x85\xB7.TTL",
+                                        "copy J\xC3\xBCrgen \xE5\xB7\xA5\xE5\x85\xB7.TTL"}));
+}
+
+TEST(NewFile, ASettingsFileNamedWithoutAFolderLiesInTheCurrentFolder)
+{
+    // Windows' profile functions would look a bare name up in the Windows
+    // folder.
+    test::TempDir dir;
+    const fs::path before = fs::current_path();
+    fs::current_path(NativePath(dir.path()));
+
+    const bool written = WriteProfileEntry("bare.ini", "Config", "Version", "1.70");
+    const std::string read = ReadProfileEntry("bare.ini", "Config", "Version");
+    fs::current_path(before);
+
+    EXPECT_TRUE(written);
+    EXPECT_EQ(read, "1.70");
+    EXPECT_TRUE(FileExists(dir.file("bare.ini")));
 }
 
 // The lines of a file, each with "!" in front when it was cut for being too long.
