@@ -6,6 +6,7 @@
 #include "tool_list_window.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QStringList>
 
 int main(int argc, char **argv)
@@ -16,7 +17,8 @@ int main(int argc, char **argv)
 
     qor::Workspace workspace;
     qor::QtMessageService messages;
-    const std::string appDir = QCoreApplication::applicationDirPath().toStdString();
+    const std::string appDir =
+        QDir::toNativeSeparators(QCoreApplication::applicationDirPath()).toStdString();
     if (int status = qor::RunStartup(workspace, appDir, messages); status != 0) {
         return status;
     }

@@ -411,7 +411,8 @@ void ToolListWindow::Connect()
 void ToolListWindow::FormLoad(const QString &commandLineFile)
 {
     const std::string fileName = InitialToolFileName(
-        commandLineFile.toStdString(), QDir::currentPath().toStdString(), m_ws.Settings);
+        commandLineFile.toStdString(), QDir::toNativeSeparators(QDir::currentPath()).toStdString(),
+        m_ws.Settings);
     m_toolFileName->setText(Qs(fileName));
     m_autoRead->setChecked(m_ws.Settings.GetIniString("Files", "Auto Read", "1") == "1");
     m_command[Save]->setEnabled(false);
