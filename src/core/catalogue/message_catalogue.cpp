@@ -193,7 +193,7 @@ int SectionNumber(std::string_view name)
 
 Status MessageCatalogue::Load(const std::string &path)
 {
-    auto bytes = ReadWholeFile(path);
+    auto bytes = ReadWholeFile(path, MaxCatalogueBytes);
     if (!bytes) {
         return bytes.error();
     }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,8 @@ public:
     };
 
     static constexpr int MaxLines = 10001;
+    // Larger files are refused unread: no catalogue comes near this.
+    static constexpr std::uintmax_t MaxCatalogueBytes = std::uintmax_t(16) << 20;
 
     // Loads the catalogue file, replacing what was loaded before. Fails when
     // the file cannot be read, has no lines, puts a numbered entry outside a

@@ -1,6 +1,7 @@
 #include "atomic_file.h"
 
 #include "native_file.h"
+#include "save_target.h"
 
 #include <atomic>
 #include <cerrno>
@@ -11,9 +12,17 @@
 #ifdef _WIN32
 #include <io.h>
 #include <process.h>
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
 #define QOR_GETPID _getpid
 #else
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #define QOR_GETPID getpid
@@ -36,6 +45,13 @@ std::string Reason(int error)
 Error FileError(const std::string &what, const std::string &path, int error)
 {
     return Error{what + " \"" + path + "\": " + Reason(error) + "."};
+}
+
+Error KeyedError(const char *key, std::string sentence)
+{
+    Error error(std::move(sentence));
+    error.key = key;
+    return error;
 }
 
 bool SyncToDisk(std::FILE *file)
@@ -61,8 +77,9 @@ void SyncFolder([[maybe_unused]] const fs::path &file)
 #endif
 }
 
-// The temporary file's name: hidden, unique, and short enough that a target
-// whose name is at the system's length limit can still be written.
+// A temporary file's name: hidden, unique, recognisable as ours, and short
+// enough that a target whose name is at the system's length limit can still
+// be written.
 std::string TemporaryName(const fs::path &target, unsigned number)
 {
     std::string base = Utf8Path(target.filename());
@@ -74,15 +91,73 @@ std::string TemporaryName(const fs::path &target, unsigned number)
         }
         base.resize(cut);
     }
-    std::string name(1, '.');
-    name.append(base)
-        .append(1, '.')
-        .append(std::to_string(QOR_GETPID()))
-        .append(1, '.')
-        .append(std::to_string(number))
-        .append(".tmp");
-    return name;
+    return "." + base + "." + std::to_string(QOR_GETPID()) + "." + std::to_string(number) +
+           TemporarySuffix;
 }
+
+// Creates a new temporary file beside `target`; its name in `made`.
+std::FILE *CreateTemporary(const fs::path &target, std::string &made, int &error)
+{
+    static std::atomic<unsigned> counter{0};
+    const fs::path folder = target.parent_path();
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        const fs::path candidate = folder / NativePath(TemporaryName(target, counter++));
+        errno = 0;
+        if (std::FILE *file = CreateNewFile(Utf8Path(candidate))) {
+#ifndef _WIN32
+            // Held while the save runs, so that no other save takes it for
+            // a leftover (Windows refuses to delete an open file anyway). If
+            // another save removed it before the lock was taken, take the
+            // next name.
+            struct stat status;
+            if (::flock(fileno(file), LOCK_EX) != 0 || ::fstat(fileno(file), &status) != 0 ||
+                status.st_nlink == 0) {
+                std::fclose(file);
+                continue;
+            }
+#endif
+            made = Utf8Path(candidate);
+            return file;
+        }
+        if (errno != EEXIST) {
+            error = errno;
+            return nullptr;
+        }
+    }
+    error = EEXIST;
+    return nullptr;
+}
+
+#ifndef _WIN32
+
+// A complete copy of `from` under a new temporary name beside `like`, synced.
+Result<std::string> CopyToTemporary(const std::string &from, const fs::path &like)
+{
+    std::string made;
+    int error = 0;
+    std::FILE *copy = CreateTemporary(like, made, error);
+    if (!copy) {
+        return FileError("Cannot copy", from, error);
+    }
+    std::fclose(copy);
+    fs::remove(NativePath(made));
+    if (Status copied = CopyToNewFile(from, made); !copied) {
+        return copied.error();
+    }
+    std::error_code ec;
+    fs::last_write_time(NativePath(made), fs::last_write_time(NativePath(from), ec), ec);
+    fs::permissions(NativePath(made), fs::status(NativePath(from), ec).permissions(), ec);
+    return made;
+}
+
+// Gives a new name to a file that must not replace anything there: a hard
+// link, which fails when the name is taken.
+int LinkWithoutReplacing(const std::string &from, const std::string &to)
+{
+    return ::link(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+}
+
+#endif
 
 } // namespace
 
@@ -95,6 +170,7 @@ AtomicFileWriter &AtomicFileWriter::operator=(AtomicFileWriter &&other) noexcept
 {
     if (this != &other) {
         Abandon();
+        m_path = std::move(other.m_path);
         m_target = std::move(other.m_target);
         m_temporary = std::move(other.m_temporary);
         m_file = other.m_file;
@@ -115,44 +191,59 @@ AtomicFileWriter::~AtomicFileWriter()
 Status AtomicFileWriter::Open(const std::string &path)
 {
     Abandon();
-    m_target = path;
+    m_path = path;
     m_failed = false;
     m_finished = false;
     m_errno = 0;
     std::error_code ec;
-    fs::path target = NativePath(path);
-    if (path.empty() || fs::is_directory(target, ec)) {
+    if (path.empty() || fs::is_directory(NativePath(path), ec)) {
         return Error{"Cannot write \"" + path + "\": the name is a folder, not a file."};
     }
-    static std::atomic<unsigned> counter{0};
-    fs::path folder = target.parent_path();
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        std::string name = TemporaryName(target, counter++);
-        fs::path candidate = folder.empty() ? NativePath(name) : folder / NativePath(name);
-        errno = 0;
-        m_file = CreateNewFile(Utf8Path(candidate));
-        if (m_file) {
-            m_temporary = Utf8Path(candidate);
-            break;
-        }
-        if (errno != EEXIST) {
-            int error = errno;
-            if (!folder.empty() && !fs::is_directory(folder, ec)) {
-                return Error{"Cannot write \"" + path + "\": the folder \"" + Utf8Path(folder) +
-                             "\" does not exist."};
-            }
-            return FileError("Cannot write", path, error);
-        }
+    auto resolved = ResolveSaveTarget(path);
+    if (!resolved) {
+        return resolved.error();
     }
+    m_target = resolved.value();
+    const fs::path target = NativePath(m_target);
+    const fs::path folder = target.parent_path();
+    if (!folder.empty() && !fs::is_directory(folder, ec)) {
+        return Error{"Cannot write \"" + path + "\": the folder \"" + Utf8Path(folder) +
+                     "\" does not exist."};
+    }
+    RemoveStaleTemporaryFiles(folder);
+
+    int error = 0;
+    m_file = CreateTemporary(target, m_temporary, error);
     if (!m_file) {
-        return FileError("Cannot write", path, EEXIST);
+        if (error == EACCES || error == EPERM || error == EROFS) {
+            const std::string where = folder.empty() ? std::string(".") : Utf8Path(folder);
+            return KeyedError(KeyFolderNotWritable,
+                              "Cannot save \"" + path +
+                                  "\": no new file can be made in the folder \"" + where + "\" (" +
+                                  Reason(error) +
+                                  "). The new content is written beside the file first, so that "
+                                  "the old file is never half overwritten.");
+        }
+        return FileError("Cannot write", path, error);
     }
     std::setvbuf(m_file, nullptr, _IOFBF, 1 << 16);
 #ifndef _WIN32
-    // Keep the permissions of the file being replaced.
+    // The new file takes the place of the old one: it keeps its mode, owner
+    // and group, or the save is refused.
     struct stat existing;
-    if (::stat(path.c_str(), &existing) == 0) {
-        fchmod(fileno(m_file), existing.st_mode & 07777);
+    if (::stat(m_target.c_str(), &existing) == 0) {
+        ::fchmod(fileno(m_file), existing.st_mode & 07777);
+        struct stat made;
+        ::fstat(fileno(m_file), &made);
+        if ((made.st_uid != existing.st_uid || made.st_gid != existing.st_gid) &&
+            ::fchown(fileno(m_file), existing.st_uid, existing.st_gid) != 0) {
+            Abandon();
+            return KeyedError(KeyOwnerNotKept,
+                              "Cannot save \"" + path +
+                                  "\": the file belongs to another user or group, and a new file "
+                                  "in its place could not keep them. Nothing was saved.");
+        }
+        ::fchmod(fileno(m_file), existing.st_mode & 07777);
     }
 #endif
     return Success();
@@ -175,7 +266,7 @@ Status AtomicFileWriter::Finish()
         return Success();
     }
     if (!m_file) {
-        return Error{"Cannot write \"" + m_target + "\": the file was not opened."};
+        return Error{"Cannot write \"" + m_path + "\": the file was not opened."};
     }
     if (!m_failed && std::fflush(m_file) != 0) {
         m_failed = true;
@@ -193,9 +284,41 @@ Status AtomicFileWriter::Finish()
     if (m_failed) {
         int error = m_errno;
         Abandon();
-        return FileError("Cannot write", m_target, error);
+        return FileError("Cannot write", m_path, error);
     }
     m_finished = true;
+    return Success();
+}
+
+Status AtomicFileWriter::Replace()
+{
+#ifdef _WIN32
+    const std::wstring target = NativePath(m_target).native();
+    const std::wstring temporary = NativePath(m_temporary).native();
+    // ReplaceFileW keeps the attributes and the security of the file replaced.
+    const bool replaced =
+        FileExists(m_target)
+            ? ReplaceFileW(target.c_str(), temporary.c_str(), nullptr,
+                           REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS, nullptr,
+                           nullptr) != 0
+            : MoveFileExW(temporary.c_str(), target.c_str(),
+                          MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    if (!replaced) {
+        const std::string reason = std::system_category().message(static_cast<int>(GetLastError()));
+        Abandon();
+        return Error{"Cannot replace \"" + m_path + "\": " + reason + "."};
+    }
+#else
+    std::error_code ec;
+    fs::rename(NativePath(m_temporary), NativePath(m_target), ec);
+    if (ec) {
+        Abandon();
+        return Error{"Cannot replace \"" + m_path + "\": " + ec.message() + "."};
+    }
+#endif
+    m_temporary.clear();
+    m_finished = false;
+    SyncFolder(NativePath(m_target));
     return Success();
 }
 
@@ -204,16 +327,107 @@ Status AtomicFileWriter::Commit()
     if (auto finished = Finish(); !finished) {
         return finished;
     }
-    std::error_code ec;
-    fs::rename(NativePath(m_temporary), NativePath(m_target), ec);
-    if (ec) {
-        Abandon();
-        return Error{"Cannot replace \"" + m_target + "\": " + ec.message() + "."};
+    return Replace();
+}
+
+Result<std::string>
+AtomicFileWriter::CommitKeepingOriginal(const std::function<std::string(int)> &backupName)
+{
+    if (auto finished = Finish(); !finished) {
+        return finished.error();
     }
-    m_temporary.clear();
-    m_finished = false;
-    SyncFolder(NativePath(m_target));
-    return Success();
+    if (!FileExists(m_target)) {
+        if (auto replaced = Replace(); !replaced) {
+            return replaced.error();
+        }
+        return std::string();
+    }
+    auto taken = [](const std::string &name) {
+        std::error_code ec;
+        return fs::symlink_status(NativePath(name), ec).type() != fs::file_type::not_found;
+    };
+    auto backupFailed = [this](const std::string &why) {
+        Abandon();
+        return KeyedError(KeyBackupFailed, "Cannot keep the original of \"" + m_path +
+                                               "\" as a backup: " + why +
+                                               ". Nothing was saved; the file is unchanged.");
+    };
+
+#ifdef _WIN32
+    for (int n = 1; n < 100000; ++n) {
+        const std::string backup = backupName(n);
+        if (taken(backup)) {
+            continue;
+        }
+        // The original becomes the backup and the new file takes its place in
+        // one call.
+        if (ReplaceFileW(NativePath(m_target).c_str(), NativePath(m_temporary).c_str(),
+                         NativePath(backup).c_str(),
+                         REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS, nullptr,
+                         nullptr)) {
+            m_temporary.clear();
+            m_finished = false;
+            return backup;
+        }
+        const DWORD error = GetLastError();
+        if (error == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2) {
+            // The original already moved to the backup's name: put it back.
+            MoveFileExW(NativePath(backup).c_str(), NativePath(m_target).c_str(), 0);
+        }
+        return backupFailed(std::system_category().message(static_cast<int>(error)));
+    }
+    return backupFailed("no free name");
+#else
+    std::string copy; // made only where no hard link can be
+    std::string kept;
+    for (int n = 1; n < 100000 && kept.empty(); ++n) {
+        const std::string backup = backupName(n);
+        if (taken(backup)) {
+            continue;
+        }
+        int error = LinkWithoutReplacing(copy.empty() ? m_target : copy, backup);
+        if (error == 0) {
+            kept = backup;
+        } else if (error != EEXIST && copy.empty()) {
+            // No hard links here (or none across this file's folder): a
+            // complete copy under a temporary name, then the backup's name.
+            auto made = CopyToTemporary(m_target, NativePath(m_target));
+            if (!made) {
+                return backupFailed(made.error().message);
+            }
+            copy = made.value();
+            --n;
+        } else if (error != EEXIST) {
+            // No hard links at all on this file system: the copy itself takes
+            // the backup's name.
+            std::error_code ec;
+            if (!taken(backup)) {
+                fs::rename(NativePath(copy), NativePath(backup), ec);
+                if (!ec) {
+                    kept = backup;
+                    copy.clear();
+                    break;
+                }
+            }
+            fs::remove(NativePath(copy), ec);
+            return backupFailed(Reason(error));
+        }
+    }
+    if (!copy.empty()) {
+        std::error_code ec;
+        fs::remove(NativePath(copy), ec);
+    }
+    if (kept.empty()) {
+        return backupFailed("no free name");
+    }
+    SyncFolder(NativePath(kept));
+    if (auto replaced = Replace(); !replaced) {
+        std::error_code ec;
+        fs::remove(NativePath(kept), ec);
+        return replaced.error();
+    }
+    return kept;
+#endif
 }
 
 void AtomicFileWriter::Abandon()
@@ -278,17 +492,30 @@ Status CopyToNewFile(const std::string &from, const std::string &to)
     return Success();
 }
 
-Result<std::string> ReadWholeFile(const std::string &path)
+Result<std::string> ReadWholeFile(const std::string &path, std::uintmax_t maxSize)
 {
-    std::FILE *file = OpenFile(path, "rb");
-    if (!file) {
-        return FileError("Cannot read", path, errno);
+    auto opened = OpenRegularFile(path);
+    if (!opened) {
+        return opened.error();
+    }
+    std::FILE *file = opened.value();
+    std::error_code ec;
+    const std::uintmax_t size = fs::file_size(NativePath(path), ec);
+    if (!ec && size > maxSize) {
+        std::fclose(file);
+        return Error{"Cannot read \"" + path + "\": it holds " + std::to_string(size) +
+                     " bytes, more than such a file ever has (" + std::to_string(maxSize) + ")."};
     }
     std::string content;
     char buffer[1 << 16];
     std::size_t got = 0;
     while ((got = std::fread(buffer, 1, sizeof buffer, file)) > 0) {
         content.append(buffer, got);
+        if (content.size() > maxSize) {
+            std::fclose(file);
+            return Error{"Cannot read \"" + path + "\": it holds more than " +
+                         std::to_string(maxSize) + " bytes, more than such a file ever has."};
+        }
     }
     bool failed = std::ferror(file) != 0;
     int error = errno;

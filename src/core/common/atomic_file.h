@@ -2,7 +2,9 @@
 
 #include "result.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -11,7 +13,11 @@ namespace qor {
 // Writes a file so that it is never seen half-written: the bytes go to a
 // temporary file in the same folder, which replaces the target only after it
 // has been completely written and flushed to the disk. Without a Commit the
-// temporary file is removed and the target stays as it was.
+// temporary file is removed and the target stays as it was. A symbolic link
+// stays a link and its target gets the new content; the owner, group and mode
+// of the file replaced are kept; a read-only or hard-linked file is refused
+// (see ResolveSaveTarget). Temporary files that interrupted saves left in the
+// folder are removed when a new one is made.
 class AtomicFileWriter
 {
 public:
@@ -23,7 +29,8 @@ public:
     ~AtomicFileWriter();
 
     // Creates the temporary file beside `path`. Fails when the folder does not
-    // exist or cannot be written, or `path` names a folder.
+    // exist or cannot be written, or `path` names a folder, a read-only or
+    // hard-linked file, or a file whose owner the new file cannot keep.
     Status Open(const std::string &path);
 
     // Buffered; a failure is remembered and reported by Commit.
@@ -38,11 +45,23 @@ public:
     // Finishes, then moves the temporary file over the target.
     Status Commit();
 
+    // As Commit, but first keeps the file being replaced, unchanged, under the
+    // first free name that `backupName(1)`, `backupName(2)` ... gives: a hard
+    // link where the file system has them (on Windows ReplaceFileW does the
+    // backup and the replacement in one call), else a complete copy made under
+    // a temporary name and then given the backup's name. When no backup can be
+    // made, nothing is replaced and the error has the key KeyBackupFailed.
+    // Returns the backup's name ("" when there was no file to keep).
+    Result<std::string> CommitKeepingOriginal(const std::function<std::string(int)> &backupName);
+
     // Drops the temporary file; the target is untouched.
     void Abandon();
 
 private:
-    std::string m_target;
+    Status Replace();
+
+    std::string m_path;   // as the caller named it, for messages
+    std::string m_target; // the file really replaced
     std::string m_temporary;
     std::FILE *m_file = nullptr;
     bool m_failed = false;
@@ -57,8 +76,11 @@ Status WriteFileAtomically(const std::string &path, std::string_view content);
 // to the disk. On failure nothing is left at `to`.
 Status CopyToNewFile(const std::string &from, const std::string &to);
 
-// Reads a whole file. Fails when it does not exist or cannot be read.
-Result<std::string> ReadWholeFile(const std::string &path);
+// Reads a whole file. Fails when it does not exist or cannot be read, when
+// it is not a regular file (a folder, a pipe, a device: refused without
+// waiting on it), and when it is larger than `maxSize` bytes.
+Result<std::string> ReadWholeFile(const std::string &path,
+                                  std::uintmax_t maxSize = std::uintmax_t(-1));
 
 // True when `path` names an existing regular file (a path that cannot even be
 // probed gives false).

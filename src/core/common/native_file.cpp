@@ -1,6 +1,13 @@
 #include "native_file.h"
 
 #include <cerrno>
+#include <system_error>
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 #ifdef _WIN32
 #include <fcntl.h>
@@ -18,6 +25,39 @@
 namespace qor {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+Error NotAFile(const std::string &path, const char *what)
+{
+    return Error{"Cannot read \"" + path + "\": it is " + what + ", not a file."};
+}
+
+#ifdef _WIN32
+const char *KindOf(fs::file_type type)
+{
+    switch (type) {
+    case fs::file_type::directory:
+        return "a folder";
+    case fs::file_type::fifo:
+        return "a pipe (FIFO)";
+    case fs::file_type::socket:
+        return "a socket";
+    case fs::file_type::block:
+    case fs::file_type::character:
+        return "a device";
+    default:
+        return "something else";
+    }
+}
+#endif
+
+Error CannotOpen(const std::string &path, int error)
+{
+    return Error{"Cannot read \"" + path + "\": " + std::generic_category().message(error) + "."};
+}
+
+} // namespace
 
 #ifdef _WIN32
 
@@ -65,6 +105,20 @@ std::FILE *OpenFile(const std::string &utf8Path, const char *mode)
     return _wfopen(Wide(utf8Path).c_str(), Wide(mode).c_str());
 }
 
+Result<std::FILE *> OpenRegularFile(const std::string &utf8Path)
+{
+    std::error_code ec;
+    const fs::file_status status = fs::status(NativePath(utf8Path), ec);
+    if (!ec && status.type() != fs::file_type::regular &&
+        status.type() != fs::file_type::not_found) {
+        return NotAFile(utf8Path, KindOf(status.type()));
+    }
+    if (std::FILE *file = OpenFile(utf8Path, "rb")) {
+        return file;
+    }
+    return CannotOpen(utf8Path, errno);
+}
+
 std::FILE *CreateNewFile(const std::string &utf8Path)
 {
     int descriptor = _wopen(Wide(utf8Path).c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY,
@@ -104,6 +158,41 @@ std::string Utf8Path(const fs::path &path)
 std::FILE *OpenFile(const std::string &utf8Path, const char *mode)
 {
     return std::fopen(utf8Path.c_str(), mode);
+}
+
+Result<std::FILE *> OpenRegularFile(const std::string &utf8Path)
+{
+    // Non-blocking, so that opening a pipe does not wait for a writer.
+    const int descriptor = ::open(utf8Path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return CannotOpen(utf8Path, errno);
+    }
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0) {
+        const int error = errno;
+        ::close(descriptor);
+        return CannotOpen(utf8Path, error);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        ::close(descriptor);
+        if (S_ISDIR(status.st_mode)) {
+            return NotAFile(utf8Path, "a folder");
+        }
+        if (S_ISFIFO(status.st_mode)) {
+            return NotAFile(utf8Path, "a pipe (FIFO)");
+        }
+        if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)) {
+            return NotAFile(utf8Path, "a device");
+        }
+        return NotAFile(utf8Path, "something else");
+    }
+    ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    if (std::FILE *file = ::fdopen(descriptor, "rb")) {
+        return file;
+    }
+    const int error = errno;
+    ::close(descriptor);
+    return CannotOpen(utf8Path, error);
 }
 
 std::FILE *CreateNewFile(const std::string &utf8Path)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "result.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -21,6 +23,11 @@ std::string Utf8Path(const std::filesystem::path &path);
 // Opens an existing file for reading ("rb") or a file for writing ("wb");
 // nullptr with errno set on failure.
 std::FILE *OpenFile(const std::string &utf8Path, const char *mode);
+
+// Opens a file for reading ("rb") when it is a regular file. A folder, a pipe
+// or a device is refused at once, with a sentence that says what it is,
+// without waiting on it as opening a pipe would.
+Result<std::FILE *> OpenRegularFile(const std::string &utf8Path);
 
 // Creates a file that must not exist yet and opens it for writing. Fails with
 // errno EEXIST when something is already there, on every system (the C

@@ -16,6 +16,9 @@ struct Error
     {}
 
     std::string message;
+    // The catalogue key (section "MSG") of the text a window shows in place of
+    // `message`, when there is one; `message` then adds the details.
+    std::string key;
     int line = 0;
     std::string lineText;
 };

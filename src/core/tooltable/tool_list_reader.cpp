@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <filesystem>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -593,14 +594,20 @@ ReadResult ReadToolListFile(ToolTable &table, const std::string &path)
 {
     table.ForeignFile = true;
     if (!FileExists(path)) {
-        return {ReadOutcome::NotFound, Error("the file does not exist.")};
+        std::error_code ec;
+        const bool present = std::filesystem::exists(NativePath(path), ec);
+        return {ReadOutcome::NotFound,
+                Error(present ? "it is not a file (a folder, a pipe or a device)."
+                              : "the file does not exist.")};
     }
-    std::FILE *file = OpenFile(path, "rb");
-    if (file == nullptr) {
-        const int error = errno;
-        return {ReadOutcome::NotFound, Error("the file cannot be opened: " +
-                                             std::generic_category().message(error) + ".")};
+    // Opened only as a regular file, so that a pipe put in its place since
+    // cannot make the read wait.
+    auto opened = OpenRegularFile(path);
+    if (!opened) {
+        return {ReadOutcome::NotFound,
+                Error("the file cannot be opened: " + opened.error().message)};
     }
+    std::FILE *file = opened.value();
     ReadResult result = ReadToolListStream(table, file);
     std::fclose(file);
     return result;

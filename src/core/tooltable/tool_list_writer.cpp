@@ -316,27 +316,11 @@ void FormatTable(ToolTable &table, const WriteOptions &options, std::string &buf
     flush(buffer);
 }
 
-bool NameExists(const std::string &path)
+// "<path less its 4-character extension>_org<n>.TTL".
+std::string BackupName(const std::string &path, int n)
 {
-    std::error_code ec;
-    fs::file_status status = fs::symlink_status(NativePath(path), ec);
-    // A name that cannot be probed is not taken as free.
-    return status.type() != fs::file_type::not_found;
-}
-
-// Keeps a copy of the file under the first free "<base>_org<n>.TTL" and
-// returns that name, or an empty string when no copy was made.
-std::string KeepForeignCopy(const std::string &path)
-{
-    std::string base = path.size() >= 4 ? path.substr(0, path.size() - 4) : path;
-    for (int n = 1; n < 100000; ++n) {
-        std::string candidate = base + "_org" + std::to_string(n) + ".TTL";
-        if (NameExists(candidate)) {
-            continue;
-        }
-        return CopyToNewFile(path, candidate).ok() ? candidate : std::string();
-    }
-    return {};
+    const std::string base = path.size() >= 4 ? path.substr(0, path.size() - 4) : path;
+    return base + "_org" + std::to_string(n) + ".TTL";
 }
 
 } // namespace
@@ -353,24 +337,16 @@ Status WriteToolListFile(ToolTable &table, const std::string &path, const WriteO
         file.Write(chunk);
         chunk.clear();
     });
-    if (auto finished = file.Finish(); !finished) {
-        return finished;
-    }
-
-    // The backup is a copy made only now that the new content is safely on the
-    // disk: whatever fails from here on, the old file is still in its place.
-    std::string backup;
-    if (table.ForeignFile && FileExists(path)) {
-        backup = KeepForeignCopy(path);
-    }
-    if (auto committed = file.Commit(); !committed) {
-        if (!backup.empty()) {
-            std::error_code ec;
-            fs::remove(NativePath(backup), ec);
+    // A foreign file is kept, unchanged, as the backup; if that cannot be
+    // done nothing is replaced.
+    if (table.ForeignFile) {
+        auto kept = file.CommitKeepingOriginal([&path](int n) { return BackupName(path, n); });
+        if (!kept) {
+            return kept.error();
         }
-        return committed;
+        return Success();
     }
-    return Success();
+    return file.Commit();
 }
 
 std::string FormatToolList(ToolTable &table, const WriteOptions &options)

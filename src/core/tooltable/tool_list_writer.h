@@ -15,13 +15,15 @@ struct WriteOptions
 };
 
 // Saves the table as a tool list file. The new content is written to a
-// temporary file beside `path` and synced first; only then, when the table
-// came from a foreign file (`ForeignFile`, which stays set) and `path` exists,
-// the old file is copied to "<path less 4 characters>_org<n>.TTL" (the first
-// free n; a failed copy is ignored), and the temporary file replaces `path`.
-// On failure the old file is untouched, nothing of this attempt is left
-// behind, and the error names the file and the reason. Resets a `LengthMode`
-// outside 0..3 to 0 in the table.
+// temporary file beside `path` and synced first; only then does it replace
+// `path` (see AtomicFileWriter: links followed, owner and mode kept,
+// read-only and hard-linked files refused). When the table came from a
+// foreign file (`ForeignFile`, which stays set) and `path` exists, the old
+// file itself is kept as "<path less 4 characters>_org<n>.TTL" (the first
+// free n); when it cannot be kept, nothing is written and the error has the
+// key KeyBackupFailed. On failure the old file is untouched, nothing of this
+// attempt is left behind, and the error names the file and the reason.
+// Resets a `LengthMode` outside 0..3 to 0 in the table.
 Status WriteToolListFile(ToolTable &table, const std::string &path, const WriteOptions &options);
 
 // The bytes WriteToolListFile writes, as one string (no backup, no file);
