@@ -1,5 +1,6 @@
 // Feeds arbitrary bytes to the settings-file parser: reading any key and
-// writing one back must never crash, and a written value must read back.
+// writing one back must never crash, a written value must read back, and
+// writing it again must change nothing (in UTF-16 files too).
 #include "profile_file.h"
 
 #include <cstddef>
@@ -20,7 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     qor::FindProfileValue(content, section, key);
 
     std::string written = qor::SetProfileValue(content, "Config", "Magazine Max", "42");
-    if (qor::FindProfileValue(written, "Config", "Magazine Max") != "42") {
+    if (qor::FindProfileValue(written, "Config", "Magazine Max") != "42" ||
+        qor::SetProfileValue(written, "Config", "Magazine Max", "42") != written) {
         std::abort();
     }
     return 0;

@@ -3,9 +3,19 @@
 #include "temp_dir.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 
 namespace qor {
 namespace {
+
+std::string TrimBlanks(std::string_view text)
+{
+    auto first = text.find_first_not_of(' ');
+    return first == std::string_view::npos
+               ? std::string()
+               : std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+}
 
 TEST(ProfileRead, FindsKeysWithoutRegardToCaseTrimsUnquotesAndToleratesJunk)
 {
@@ -41,18 +51,120 @@ TEST(ProfileRead, FindsKeysWithoutRegardToCaseTrimsUnquotesAndToleratesJunk)
               "1.70");
 }
 
-TEST(ProfileWrite, ReplacesInPlaceAndKeepsEveryOtherLine)
+// Profile text as UTF-16 LE with its byte order mark.
+std::string Utf16Le(std::u16string_view text)
 {
-    const std::string text = "; my comment\r\n[Config]\r\nA=1\r\nB=2\r\n\r\n[Files]\r\nX=y\r\n";
-
-    EXPECT_EQ(SetProfileValue(text, "config", "a", "9"),
-              "; my comment\r\n[Config]\r\na=9\r\nB=2\r\n\r\n[Files]\r\nX=y\r\n");
-    EXPECT_EQ(SetProfileValue(text, "Config", "C", "3"),
-              "; my comment\r\n[Config]\r\nA=1\r\nB=2\r\nC=3\r\n\r\n[Files]\r\nX=y\r\n");
-    EXPECT_EQ(SetProfileValue(text, "Exe", "Text Editer", "Notepad.exe"),
-              text + "[Exe]\r\nText Editer=Notepad.exe\r\n");
-    EXPECT_EQ(SetProfileValue("[Config]\nA=1", "Config", "B", "2"), "[Config]\nA=1\r\nB=2\r\n");
+    std::string bytes = "\xFF\xFE";
+    for (char16_t unit : text) {
+        bytes += static_cast<char>(unit & 0xFF);
+        bytes += static_cast<char>(unit >> 8);
+    }
+    return bytes;
 }
+
+std::string Repeated(std::string_view text, int times)
+{
+    std::string out;
+    for (int i = 0; i < times; ++i) {
+        out += text;
+    }
+    return out;
+}
+
+struct ReadCase
+{
+    std::string name;
+    std::string content;
+    std::string section;
+    std::string key;
+    std::string value;
+};
+
+class ProfileReads : public ::testing::TestWithParam<ReadCase>
+{};
+
+TEST_P(ProfileReads, FindTheValueWindowsFinds)
+{
+    const ReadCase &c = GetParam();
+    EXPECT_EQ(FindProfileValue(c.content, c.section, c.key), c.value);
+}
+
+const std::string Brackets = "[Two]]\r\nB=2\r\n[Three\r\nC=3\r\n";
+const std::string Leading = "Orphan=1\r\n[Config]\r\nA=2\r\n[]\r\nE=3\r\n";
+const std::string Utf16Settings = Utf16Le(u"[Config]\r\nBediener=Jürgen\r\nSymbol=\U0001F527\r\n");
+const std::string Wrench = "\xF0\x9F\x94\xA7"; // U+1F527, two UTF-16 units
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ProfileReads,
+    ::testing::Values(ReadCase{"HeaderEndsAtItsLastBracket", Brackets, "Two]", "B", "2"},
+                      ReadCase{"NoHeaderWithoutClosingBracket", Brackets, "Two]", "C", "3"},
+                      ReadCase{"UnclosedHeaderNamesNoSection", Brackets, "Three", "C", ""},
+                      ReadCase{"KeyBeforeAnySection", Leading, "", "orphan", "1"},
+                      ReadCase{"EmptyHeaderIsNotTheLeadingLines", Leading, "", "E", ""},
+                      ReadCase{"KeyWithoutEqualsSignComesFirst", "[Q]\r\nK\r\nK=5\r\n", "Q", "K",
+                               ""},
+                      ReadCase{"CommentLineIsAKeyToo", "[C]\r\n;x=1\r\n", "C", ";x", "1"},
+                      ReadCase{"Utf16File", Utf16Settings, "config", "BEDIENER", "J\xC3\xBCrgen"},
+                      ReadCase{"Utf16SurrogatePair", Utf16Settings, "Config", "Symbol", Wrench},
+                      ReadCase{"LimitCountsUtf16Units", "[L]\r\nU=" + Repeated("\xC3\xBC", 300),
+                               "L", "U", Repeated("\xC3\xBC", 254)},
+                      ReadCase{"LimitCutsNoCharacterInHalf", "[L]\r\nW=a" + Repeated(Wrench, 130),
+                               "L", "W", "a" + Repeated(Wrench, 126)}),
+    [](const auto &info) { return info.param.name; });
+
+struct WriteCase
+{
+    std::string name;
+    std::string content;
+    std::string section;
+    std::string key;
+    std::string value;
+    std::string written;
+};
+
+class ProfileWrites : public ::testing::TestWithParam<WriteCase>
+{};
+
+TEST_P(ProfileWrites, ChangeOnlyTheKeyLine)
+{
+    const WriteCase &c = GetParam();
+    std::string written = SetProfileValue(c.content, c.section, c.key, c.value);
+    EXPECT_EQ(written, c.written);
+    EXPECT_EQ(FindProfileValue(written, c.section, c.key), TrimBlanks(c.value));
+}
+
+const std::string Sections = "; my comment\r\n[Config]\r\nA=1\r\nB=2\r\n\r\n[Files]\r\nX=y\r\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ProfileWrites,
+    ::testing::Values(
+        WriteCase{"ReplaceKeepsTheFilesSpelling", Sections, "config", "a", "9",
+                  "; my comment\r\n[Config]\r\nA=9\r\nB=2\r\n\r\n[Files]\r\nX=y\r\n"},
+        WriteCase{"NewKeyAfterTheSectionsLastLine", Sections, "Config", "C", "3",
+                  "; my comment\r\n[Config]\r\nA=1\r\nB=2\r\nC=3\r\n\r\n[Files]\r\nX=y\r\n"},
+        WriteCase{"MissingSectionAppended", Sections, "Exe", "Text Editer", "Notepad.exe",
+                  Sections + "[Exe]\r\nText Editer=Notepad.exe\r\n"},
+        WriteCase{"NewLinesEndInCrLf", "[Config]\nA=1", "Config", "B", "2",
+                  "[Config]\nA=1\r\nB=2\r\n"},
+        WriteCase{"ReplacedLineEndsInCrLfWithoutBlanks", "[Config]\n  a = 1\nB=2", "Config", "A",
+                  "  9 ", "[Config]\na=9 \r\nB=2"},
+        WriteCase{"UnclosedHeaderGetsItsSection", Brackets, "Three", "C", "9",
+                  Brackets + "[Three]\r\nC=9\r\n"},
+        WriteCase{"ReplaceBeforeAnySection", Leading, "", "ORPHAN", "9",
+                  "Orphan=9\r\n[Config]\r\nA=2\r\n[]\r\nE=3\r\n"},
+        WriteCase{"NewKeyBeforeAnySection", "[Config]\r\nA=2\r\n", "", "New", "9",
+                  "New=9\r\n[Config]\r\nA=2\r\n"},
+        WriteCase{"KeyWithoutEqualsSignReplaced", "[Q]\r\nK\r\nL=5\r\n", "Q", "k", "7",
+                  "[Q]\r\nK=7\r\nL=5\r\n"},
+        WriteCase{"Utf8ByteOrderMarkKept", "\xEF\xBB\xBF[S]\r\nA=1\r\n", "S", "B", "\xC3\xBC",
+                  "\xEF\xBB\xBF[S]\r\nA=1\r\nB=\xC3\xBC\r\n"},
+        // A stray surrogate in a line not touched goes back unchanged.
+        WriteCase{"Utf16FileStaysUtf16", Utf16Le(u"[Config]\r\nBediener=Jürgen\r\n\xD800x\r\n"),
+                  "Config", "Name", "\xE5\xB7\xA5\xE5\x85\xB7" + Wrench,
+                  Utf16Le(u"[Config]\r\nBediener=Jürgen\r\n\xD800x\r\nName=工具\U0001F527\r\n")},
+        WriteCase{"Utf16FileOfOnlyItsByteOrderMark", "\xFF\xFE", "Config", "A", "1",
+                  Utf16Le(u"[Config]\r\nA=1\r\n")}),
+    [](const auto &info) { return info.param.name; });
 
 TEST(Common, FillsMissingAndEmptyKeysWithTheirDefaultAndCutsValuesTo256Characters)
 {

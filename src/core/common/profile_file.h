@@ -6,10 +6,14 @@
 namespace qor {
 
 // Profile (INI) files of sections and key=value lines. On Windows these call
-// GetPrivateProfileStringA and WritePrivateProfileStringA; elsewhere they do
-// the same thing themselves: sections and keys compare without regard to
-// case, the first match wins, values are trimmed and one pair of surrounding
-// quotes is removed, and at most 254 characters of a value come back.
+// GetPrivateProfileStringW and WritePrivateProfileStringW; elsewhere they do
+// the same thing themselves, as a differential test under Wine holds them to:
+// sections and keys compare without regard to case, the first match wins,
+// values are trimmed and one pair of surrounding quotes is removed, and at
+// most 254 characters (UTF-16 units) of a value come back. A section header
+// names what stands between its "[" and its last "]"; the lines before the
+// first header are the section "". A file may be ANSI/UTF-8 text, UTF-8 after
+// a byte order mark, or UTF-16 LE after one; it is written back the same way.
 
 inline constexpr std::size_t ProfileValueLimit = 254;
 
@@ -26,9 +30,10 @@ std::string ReadProfileEntry(const std::string &file, std::string_view section,
 bool WriteProfileEntry(const std::string &file, std::string_view section, std::string_view key,
                        std::string_view value);
 
-// Our own implementation, on every system. Replaces the key's line in place or
-// adds it at the end of the section; a missing section is added at the end of
-// the file and a missing file is created. Every other line is kept as it was,
+// Our own implementation, on every system. Replaces the key's line in place
+// (keeping the file's spelling of the key) or adds it after the section's last
+// line; a missing section is added at the end of the file and a missing file
+// is created. Written lines end in CR LF; every other line is kept as it was,
 // and the file is replaced atomically.
 std::string ReadProfileEntryPortable(const std::string &file, std::string_view section,
                                      std::string_view key);
