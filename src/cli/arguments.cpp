@@ -125,6 +125,10 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
             help = true;
             continue;
         }
+        if (arg == "--overwrite") {
+            invocation.overwrite = true;
+            continue;
+        }
         if (arg == "--all" || arg == "--fixed") {
             (arg == "--all" ? render.all : render.fixedScale) = true;
             renderOption = renderOption.value_or(arg);
@@ -226,6 +230,9 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
     if (invocation.output && invocation.command != CommandKind::Normalize && !rendering) {
         return Error("-o is for normalize and render only");
     }
+    if (invocation.overwrite && invocation.command != CommandKind::Normalize) {
+        return Error("--overwrite is for normalize only");
+    }
     if (renderOption && !rendering) {
         return Error(*renderOption + " is for render only");
     }
@@ -283,7 +290,10 @@ Commands:
                            Exit codes as for check, 3 when it cannot be written.
                            A file with tools in positions beyond the table
                            (see --magazine-max) is not written, since they
-                           would be lost: exit 1.
+                           would be lost: exit 1. Nothing is written either,
+                           exit 4, when OUT is an existing file other than
+                           FILE (unless --overwrite), or when FILE changed
+                           while it was being normalized.
                              ttltool normalize Atc.ttl
                              ttltool normalize Atc.ttl -o Atc_clean.ttl
   render FILE --slot N -o OUT [--fixed] [--size WxH] [--format png|svg]
@@ -317,6 +327,9 @@ Options, before or after the file names:
   -o, --output OUT         normalize: write to OUT instead of over FILE.
                            render: the picture, or the folder for --all.
                              ttltool normalize -o Atc_clean.ttl Atc.ttl
+  --overwrite              normalize: replace OUT even when it is an existing
+                           file that was not read.
+                             ttltool normalize Atc.ttl -o old.ttl --overwrite
   --slot N                 render: the magazine position N (from 1).
   --all                    render: every position that holds a tool.
   --fixed                  render: draw at true size (96 pixels an inch)

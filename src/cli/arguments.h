@@ -47,13 +47,14 @@ struct Invocation
     CommandKind command = CommandKind::Help;
     std::string file;
     std::optional<std::string> output; // normalize and render -o
+    bool overwrite = false;            // normalize: OUT may be a file it did not read
     StartupOverrides overrides;        // --catalogue, --magazine-max
     RenderOptions render;
 
     bool operator==(const Invocation &other) const
     {
         return command == other.command && file == other.file && output == other.output &&
-               overrides.catalogue == other.overrides.catalogue &&
+               overwrite == other.overwrite && overrides.catalogue == other.overrides.catalogue &&
                overrides.magazineMax == other.overrides.magazineMax && render == other.render;
     }
 };

@@ -2,10 +2,12 @@
 
 #include "atomic_file.h"
 #include "catalogue_keys.h"
+#include "file_stamp.h"
 #include "json_output.h"
 #include "message_catalogue.h"
 #include "native_file.h"
 #include "startup.h"
+#include "tool_list_commands.h"
 #include "tool_list_reader.h"
 #include "tool_list_writer.h"
 
@@ -83,12 +85,6 @@ int CountTools(const ToolTable &table)
     return count;
 }
 
-bool SameFile(const std::string &a, const std::string &b)
-{
-    std::error_code ec;
-    return a == b || std::filesystem::equivalent(NativePath(a), NativePath(b), ec);
-}
-
 // The name the writer gives the backup of a foreign file; only used to tell
 // the user where the original went.
 std::string NextBackupName(const std::string &path)
@@ -103,11 +99,33 @@ std::string NextBackupName(const std::string &path)
     }
 }
 
-int Normalize(Workspace &workspace, const Invocation &invocation, std::ostream &out,
-              std::ostream &err)
+// Nobody is there to ask, so what the editor would ask about is refused:
+// writing over an existing file other than the one read (unless --overwrite),
+// or over the input when it changed while it was being normalized.
+bool RefuseOverwrite(const Workspace &workspace, const Invocation &invocation,
+                     const std::string &target, const LastRead &input, std::ostream &err)
+{
+    const OverwriteRisk risk = RiskOfOverwriting(target, input);
+    if (risk == OverwriteRisk::None || (risk == OverwriteRisk::NotRead && invocation.overwrite)) {
+        return false;
+    }
+    err << target << ": " << OverwriteRiskText(workspace, risk) << ' '
+        << workspace.Text("MSG", "MSG26-5");
+    if (risk == OverwriteRisk::NotRead) {
+        err << ' ' << workspace.Text("MSG", "MSG26-6");
+    }
+    err << '\n';
+    return true;
+}
+
+int Normalize(Workspace &workspace, const Invocation &invocation, const LastRead &input,
+              std::ostream &out, std::ostream &err)
 {
     ToolTable &table = workspace.Table;
     const std::string target = invocation.output.value_or(invocation.file);
+    if (RefuseOverwrite(workspace, invocation, target, input, err)) {
+        return ExitNotOverwritten;
+    }
     // The backup protects the file that was read; a different output file is
     // simply replaced.
     if (!SameFile(target, invocation.file)) {
@@ -180,6 +198,8 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
     if (RunStartup(workspace, appDir, messages, invocation.overrides) != 0) {
         return ExitStartupFailed;
     }
+    // Stamped before reading, so that normalize notices a change made meanwhile.
+    const LastRead input{invocation.file, TakeFileStamp(invocation.file)};
     if (int status = ReadTable(workspace, invocation, err); status != 0) {
         return status;
     }
@@ -194,7 +214,7 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
         out << TableToJson(table, invocation.file);
         return 0;
     case CommandKind::Normalize:
-        return Normalize(workspace, invocation, out, err);
+        return Normalize(workspace, invocation, input, out, err);
     case CommandKind::Render:
         return Render(workspace, invocation, makeWriter, out, err);
     default:

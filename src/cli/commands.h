@@ -15,6 +15,7 @@ inline constexpr int ExitFormatError = 2;
 inline constexpr int ExitStartupFailed = 2;
 inline constexpr int ExitWriteFailed = 3;
 inline constexpr int ExitToolsBeyondTable = 1; // normalize: writing would drop them
+inline constexpr int ExitNotOverwritten = 4;   // normalize: OUT unread, or FILE changed
 inline constexpr int ExitKeysMissing = 1;
 inline constexpr int ExitCatalogueBroken = 2;
 

@@ -12,7 +12,7 @@ Invocation Make(CommandKind command, std::string file, std::optional<std::string
                 std::optional<std::string> catalogue = {},
                 std::optional<std::int16_t> magazineMax = {})
 {
-    Invocation invocation{command, std::move(file), std::move(output), {}, {}};
+    Invocation invocation{command, std::move(file), std::move(output), false, {}, {}};
     invocation.overrides = {std::move(catalogue), magazineMax};
     return invocation;
 }
@@ -36,6 +36,12 @@ TEST(ParseArguments, TakesOptionsBeforeAndAfterTheFile)
          Make(CommandKind::Normalize, "Atc.ttl", "out.ttl")},
         {{"normalize", "Atc.ttl", "--output=out.ttl", "--catalogue=de.msg"},
          Make(CommandKind::Normalize, "Atc.ttl", "out.ttl", "de.msg")},
+        {{"normalize", "--overwrite", "Atc.ttl", "-o", "out.ttl"},
+         [] {
+             Invocation overwriting = Make(CommandKind::Normalize, "Atc.ttl", "out.ttl");
+             overwriting.overwrite = true;
+             return overwriting;
+         }()},
         {{"check", "--", "-odd.ttl"}, Make(CommandKind::Check, "-odd.ttl")},
         {{"catalogue-check", "QORTool.msg"}, Make(CommandKind::CatalogueCheck, "QORTool.msg")},
         {{"render", "Atc.ttl", "--slot", "3", "-o", "m3.png"},
@@ -81,6 +87,7 @@ TEST(ParseArguments, NamesTheFirstMistakeInOneLine)
         {{"check", "a.ttl", "--magazine-max", "20x"}, "from 1 to 32767"},
         {{"dump", "a.ttl", "-o", "b.ttl"}, "-o is for normalize and render only"},
         {{"dump", "a.ttl", "--all"}, "--all is for render only"},
+        {{"check", "a.ttl", "--overwrite"}, "--overwrite is for normalize only"},
         {{"check", "a.ttl", "--size=10x10", "--fixed"}, "--size is for render only"},
         {{"render", "a.ttl", "-o", "m.png"}, "render needs --slot N or --all"},
         {{"render", "a.ttl", "--all", "--slot", "2", "-o", "d"}, "either --slot or --all"},

@@ -2,6 +2,7 @@
 // its own, with the catalogue beside it as the build puts it, started through
 // the shell from that folder so that file names stay short in the output.
 #include "catalogue_keys.h"
+#include "message_catalogue.h"
 #include "temp_dir.h"
 #include "text_decoding.h"
 
@@ -188,15 +189,30 @@ TEST(Ttltool, NormalizeToAnOutputFileLeavesTheInputAloneAndFailuresWriteNothing)
 {
     ToolFolder tool;
     tool.AddSample("machining_centre.TTL", "in.TTL");
+    tool.AddSample("machining_centre.TTL", "same.TTL");
     tool.AddSample("broken.TTL");
     tool.dir.write("out.TTL", "an older output\r\n");
     const std::string in = tool.dir.read("in.TTL");
     const std::string broken = tool.dir.read("broken.TTL");
+    MessageCatalogue texts;
+    ASSERT_TRUE(texts.Load(RuntimeCatalogue));
+    auto msg = [&texts](const char *key) { return texts.GetText("MSG", key); };
 
-    Outcome toOutput = tool({"normalize", "in.TTL", "-o", "out.TTL"});
+    Outcome unread = tool({"normalize", "in.TTL", "-o", "out.TTL"});
+    const std::string outBefore = tool.dir.read("out.TTL");
+    Outcome toOutput = tool({"normalize", "in.TTL", "-o", "out.TTL", "--overwrite"});
+    Outcome sameFile = tool({"normalize", "same.TTL", "-o", "./same.TTL"});
     Outcome unreadable = tool({"normalize", "broken.TTL"});
     Outcome unwritable = tool({"normalize", "in.TTL", "-o", "no/such/folder/x.TTL"});
 
+    EXPECT_EQ(unread.status, 4);
+    EXPECT_EQ(unread.err,
+              "out.TTL: " + msg("MSG26-1") + " " + msg("MSG26-5") + " " + msg("MSG26-6") + "\n");
+    EXPECT_EQ(unread.out, "");
+    EXPECT_EQ(outBefore, "an older output\r\n");
+    // The input itself under another name: written, with its backup.
+    EXPECT_EQ(sameFile.status, 0) << sameFile.err;
+    EXPECT_TRUE(fs::exists(tool.dir.file("same_org1.TTL")));
     ASSERT_EQ(toOutput.status, 0) << toOutput.err;
     EXPECT_EQ(tool.dir.read("in.TTL"), in);
     EXPECT_FALSE(fs::exists(tool.dir.file("in_org1.TTL")));
@@ -394,7 +410,7 @@ TEST(Ttltool, HelpShowsEveryCommandAndOptionAndAWrongCommandLineExits64)
     for (const char *word :
          {"check FILE", "dump FILE", "normalize FILE", "catalogue-check FILE", "render FILE",
           "--catalogue FILE", "--magazine-max N", "-o, --output OUT", "--slot N", "--all",
-          "--fixed", "--size WxH", "--format png|svg"}) {
+          "--fixed", "--size WxH", "--format png|svg", "--overwrite"}) {
         EXPECT_TRUE(Contains(help.out, word)) << word;
     }
     for (const Outcome &mistake : mistakes) {

@@ -1,7 +1,9 @@
 #include "listing_fixture.h"
+#include "native_file.h"
 #include "profile_file.h"
 #include "tool_list_commands.h"
 
+#include <chrono>
 #include <filesystem>
 #include <utility>
 #include <vector>
@@ -115,6 +117,126 @@ TEST_F(Commands, ToolsBeyondTheTableAreReportedAndSavingWithoutThemNeedsAYes)
     EXPECT_TRUE(commands.Save(path, "1", true));
     EXPECT_TRUE(messages.shown.empty());
 }
+
+// Saving over a file that may hold what nobody has seen asks first. Each case
+// prepares "atc.TTL" (and what was read) and names the reason the question
+// gives, or none when the save must go ahead without asking.
+struct OverwriteCase
+{
+    const char *name;
+    void (*prepare)(TempDir &files, ToolListCommands &commands);
+    const char *reason; // "MSG26-n", or nullptr for no question
+};
+
+void PrintTo(const OverwriteCase &overwriteCase, std::ostream *out)
+{
+    *out << overwriteCase.name;
+}
+
+constexpr const char *OwnFile = "MAGAZINE01 = BAL/10,50\r\n";
+
+void WriteAndRead(TempDir &files, ToolListCommands &commands)
+{
+    files.write("atc.TTL", OwnFile);
+    commands.Read(files.file("atc.TTL"));
+}
+
+const OverwriteCase OverwriteCases[] = {
+    {"NothingWasRead", [](TempDir &files, ToolListCommands &) { files.write("atc.TTL", OwnFile); },
+     "MSG26-1"},
+    {"AnotherFileWasRead",
+     [](TempDir &files, ToolListCommands &commands) {
+         files.write("atc.TTL", OwnFile);
+         files.write("other.TTL", OwnFile);
+         commands.Read(files.file("other.TTL"));
+     },
+     "MSG26-1"},
+    {"ItGrewSinceItWasRead",
+     [](TempDir &files, ToolListCommands &commands) {
+         WriteAndRead(files, commands);
+         files.write("atc.TTL", std::string(OwnFile) + "MAGAZINE02 = FLA/6,40\r\n");
+     },
+     "MSG26-2"},
+    {"ItWasTouchedSinceItWasRead",
+     [](TempDir &files, ToolListCommands &commands) {
+         WriteAndRead(files, commands);
+         const std::filesystem::path path = NativePath(files.file("atc.TTL"));
+         std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) +
+                                                    std::chrono::seconds(5));
+     },
+     "MSG26-2"},
+    // Same bytes, same time: only the file's identity tells.
+    {"ItWasReplacedByACopySinceItWasRead",
+     [](TempDir &files, ToolListCommands &commands) {
+         WriteAndRead(files, commands);
+         const std::filesystem::path path = NativePath(files.file("atc.TTL"));
+         const std::filesystem::path copy = NativePath(files.file("copy.TTL"));
+         files.write("copy.TTL", OwnFile);
+         std::filesystem::last_write_time(copy, std::filesystem::last_write_time(path));
+         std::filesystem::rename(copy, path);
+     },
+     "MSG26-2"},
+    {"ItsReadStoppedAtAFormatError",
+     [](TempDir &files, ToolListCommands &commands) {
+         files.write("atc.TTL", SourceFile("data/samples/broken.TTL"));
+         commands.Read(files.file("atc.TTL"));
+     },
+     "MSG26-3"},
+    {"ItIsUnchangedSinceItWasRead", WriteAndRead, nullptr},
+    {"ItWasReadUnderAnotherName",
+     [](TempDir &files, ToolListCommands &commands) {
+         files.write("atc.TTL", OwnFile);
+         commands.Read(files.file("./atc.TTL"));
+     },
+     nullptr},
+    {"NothingIsThereYet", [](TempDir &, ToolListCommands &) {}, nullptr},
+    {"ItWasCreatedEmptyOnRequest",
+     [](TempDir &files, ToolListCommands &commands) { commands.Read(files.file("atc.TTL")); },
+     nullptr},
+};
+
+class SavingOver : public Commands, public testing::WithParamInterface<OverwriteCase>
+{};
+
+TEST_P(SavingOver, AsksWhenTheFileMayHoldWhatNobodySawAndWritesOnlyOnYes)
+{
+    const std::string path = files.file("atc.TTL");
+    ws.NoQuestionAfterSave = true;
+    messages.answers = {MessageAnswer::Yes}; // creates the missing file when asked
+    GetParam().prepare(files, commands);
+    messages.shown.clear();
+    messages.answers.clear();
+    NewDataSet(ws.Table, 5);
+    const bool existed = std::filesystem::exists(NativePath(path));
+    const std::string before = existed ? files.read("atc.TTL") : std::string();
+
+    const bool savedAtOnce = commands.Save(path, "1", true); // Enter answers No
+
+    if (GetParam().reason != nullptr) {
+        EXPECT_FALSE(savedAtOnce);
+        const auto &question = OnlyMessage();
+        EXPECT_EQ(question.text, path + "\n\n" + Msg(GetParam().reason) + "\n\n" + Msg("MSG26-4"));
+        EXPECT_EQ(question.icon, MessageIcon::Question);
+        EXPECT_EQ(question.buttons, MessageButtons::YesNoDefaultNo);
+        EXPECT_EQ(files.read("atc.TTL"), before);
+        EXPECT_EQ(Setting("Files", "TTL File"), "");
+        messages.shown.clear();
+        messages.answers = {MessageAnswer::Yes};
+        EXPECT_TRUE(commands.Save(path, "1", true));
+    } else {
+        EXPECT_TRUE(savedAtOnce);
+        EXPECT_TRUE(messages.shown.empty()) << messages.shown.front().text;
+    }
+    EXPECT_NE(files.read("atc.TTL").find("MAGAZINE06 = BAL/"), std::string::npos);
+
+    // What is there now was written by this run: the next save asks nothing.
+    messages.shown.clear();
+    EXPECT_TRUE(commands.Save(path, "1", true));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, SavingOver, testing::ValuesIn(OverwriteCases),
+                         [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(Commands, TheConfiguredEditorOpensTheFileOrTheUserIsTold)
 {

@@ -289,6 +289,26 @@ TEST_F(ToolListUi, SavingAForeignFileKeepsABackupEachTime)
     EXPECT_NE(files.read("machining_centre.TTL").find("INI = MAGAZINE12\r\n"), std::string::npos);
 }
 
+TEST_F(ToolListUi, WithAutoReadOffSavingOverTheUnreadFileAsksFirst)
+{
+    const std::string path = Sample("machining_centre.TTL");
+    const std::string original = files.read("machining_centre.TTL");
+    Open("[Config]\r\nMagazine Max=30\r\n[Files]\r\nAuto Read=0\r\n", path);
+    Click("Command6"); // a new tool gives the list rows, and Save its use
+    ws.NoQuestionAfterSave = true;
+
+    Click("Command4"); // Enter answers No
+
+    const auto question = TakeMessage();
+    EXPECT_EQ(question.text, path + "\n\n" + Msg("MSG26-1") + "\n\n" + Msg("MSG26-4"));
+    EXPECT_EQ(question.buttons, MessageButtons::YesNoDefaultNo);
+    EXPECT_EQ(files.read("machining_centre.TTL"), original);
+    messages.answers = {MessageAnswer::Yes};
+    Click("Command4");
+    TakeMessage();
+    EXPECT_NE(files.read("machining_centre.TTL").find("edited with QORTool"), std::string::npos);
+}
+
 TEST_F(ToolListUi, TheInitialMagazineMustBeAWholePositionNumber)
 {
     OpenSample();

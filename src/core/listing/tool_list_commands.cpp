@@ -44,9 +44,12 @@ ToolListCommands::ToolListCommands(Workspace &workspace, MessageService &message
 bool ToolListCommands::Read(const std::string &path)
 {
     ToolTable &table = m_ws.Table;
+    // Stamped before reading, so that a change while reading shows at the save.
+    const FileStamp stamp = TakeFileStamp(path);
     const ReadResult result = ReadToolListFile(table, path);
     if (result.outcome != ReadOutcome::NotFound) {
         m_toolsBeyondTable = result.skippedPositions > 0;
+        m_lastRead = LastRead{path, stamp, result.outcome == ReadOutcome::FormatError};
     }
     switch (result.outcome) {
     case ReadOutcome::Read:
@@ -97,6 +100,7 @@ bool ToolListCommands::Read(const std::string &path)
     if (!CreateEmptyFile(path)) {
         return false;
     }
+    m_lastRead = LastRead{path, TakeFileStamp(path)};
     StartAtFirstPosition();
     return true;
 }
@@ -134,6 +138,15 @@ bool ToolListCommands::Save(const std::string &path, const std::string &magIniTe
             return false;
         }
     }
+    if (const OverwriteRisk risk = RiskOfOverwriting(path, m_lastRead);
+        risk != OverwriteRisk::None) {
+        const std::string question =
+            path + "\n\n" + OverwriteRiskText(m_ws, risk) + "\n\n" + m_ws.Text("MSG", "MSG26-4");
+        if (m_messages.Show(question, MessageIcon::Question, MessageButtons::YesNoDefaultNo,
+                            Title) != MessageAnswer::Yes) {
+            return false;
+        }
+    }
     WriteOptions options;
     options.title = m_ws.Text("String", "Str80");
     options.magIniText = magIniText;
@@ -142,6 +155,8 @@ bool ToolListCommands::Save(const std::string &path, const std::string &magIniTe
                         Title);
         return false;
     }
+    // What is there now is what this run wrote: the next save asks nothing.
+    m_lastRead = LastRead{path, TakeFileStamp(path)};
     StoreFileSettings(path, autoRead);
     if (!m_ws.NoQuestionAfterSave &&
         m_messages.Show(m_ws.Text("MSG", "MSG11") + m_ws.Text("MSG", "MSG12"),
@@ -276,6 +291,21 @@ std::string ToolsBeyondTableText(const Workspace &workspace, int highestMagazine
     return workspace.Text("MSG", "MSG23-1") + " " + std::to_string(highestMagazine) + " " +
            workspace.Text("MSG", "MSG23-2") + " " + std::to_string(workspace.Table.MagazineMax) +
            " " + workspace.Text("MSG", "MSG23-3");
+}
+
+std::string OverwriteRiskText(const Workspace &workspace, OverwriteRisk risk)
+{
+    switch (risk) {
+    case OverwriteRisk::NotRead:
+        return workspace.Text("MSG", "MSG26-1");
+    case OverwriteRisk::ChangedOnDisk:
+        return workspace.Text("MSG", "MSG26-2");
+    case OverwriteRisk::ReadFailed:
+        return workspace.Text("MSG", "MSG26-3");
+    case OverwriteRisk::None:
+        break;
+    }
+    return {};
 }
 
 bool IsAbsolutePath(std::string_view path)

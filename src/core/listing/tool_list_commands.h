@@ -1,5 +1,6 @@
 #pragma once
 
+#include "file_stamp.h"
 #include "message_service.h"
 #include "workspace.h"
 
@@ -43,6 +44,10 @@ public:
     // and the settings are left as they were. While the table comes from a
     // file whose tools beyond the table were skipped, it first asks ("MSG24",
     // default No); any other answer returns false with nothing written.
+    // Then, when a file is at `path` that this object did not read last, that
+    // changed since it was read, or whose read stopped at a format error, it
+    // asks whether to overwrite it ("MSG26", default No), with the same
+    // outcome for any answer but Yes.
     bool Save(const std::string &path, const std::string &magIniText, bool autoRead);
 
     // Stores "TTL File" and "Auto Read" in section "Files" of the settings.
@@ -94,6 +99,9 @@ private:
     ProgramStarter m_starter;
     // The last read skipped tools beyond the table, so saving drops them.
     bool m_toolsBeyondTable = false;
+    // The file read, created or saved last: what a save may overwrite
+    // without asking.
+    std::optional<LastRead> m_lastRead;
 };
 
 // The tool list file the list window starts with: the command line when it
@@ -113,5 +121,10 @@ std::string MagIniRefusalText(const Workspace &workspace);
 // The text that a read skipped tools up to `highestMagazine`: "MSG23-1", the
 // number, "MSG23-2", the table's size, "MSG23-3".
 std::string ToolsBeyondTableText(const Workspace &workspace, int highestMagazine);
+
+// Why writing over a file loses what nobody has seen: "MSG26-1" (not the file
+// read last), "MSG26-2" (changed since) or "MSG26-3" (its read failed); empty
+// for OverwriteRisk::None.
+std::string OverwriteRiskText(const Workspace &workspace, OverwriteRisk risk);
 
 } // namespace qor
