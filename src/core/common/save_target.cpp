@@ -75,8 +75,13 @@ std::uintmax_t HardLinkCount(const fs::path &file)
 
 Result<std::string> ResolveSaveTarget(const std::string &path)
 {
-    fs::path target = NativePath(path);
+    // A full path: ReplaceFileW refuses bare names, and a relative link is
+    // resolved against the folder of the link.
     std::error_code ec;
+    fs::path target = fs::absolute(NativePath(path), ec);
+    if (ec) {
+        target = NativePath(path);
+    }
     for (int depth = 0; depth < 40; ++depth) {
         const fs::file_status status = fs::symlink_status(target, ec);
         if (ec || status.type() != fs::file_type::symlink) {
