@@ -32,6 +32,7 @@ if [ "$fuzz_seconds" -gt 0 ]; then
             reader_fuzzer) cp data/samples/* "$corpus"/ ;;
             catalogue_fuzzer) cp data/QORTool.msg "$corpus"/ ;;
             profile_fuzzer) cp fuzz/seeds/*.ini "$corpus"/ ;;
+            command_line_fuzzer) cp fuzz/seeds/*.args "$corpus"/ ;;
         esac
         log=build/fuzz/$name.log
         echo "-- $name"

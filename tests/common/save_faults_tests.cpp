@@ -2,6 +2,7 @@
 // modes, read-only files and folders, leftovers of interrupted saves, and
 // things that are not files at all.
 #include "atomic_file.h"
+#include "common.h"
 #include "native_file.h"
 #include "save_target.h"
 #include "temp_dir.h"
@@ -169,6 +170,19 @@ TEST(Readers, RefuseWhatIsNotAFileAtOnceAndSizesNoSuchFileHas)
     }
 }
 
+TEST(SettingsFile, KeepsWhatAnotherProgramWroteSinceItWasRead)
+{
+    test::TempDir dir;
+    Common settings(dir.file("QorTool.INI"));
+    ASSERT_EQ(settings.GetIniString("Config", "Magazine Max", "100"), "100");
+    dir.write("QorTool.INI", dir.read("QorTool.INI") + "Edited=by hand\r\n");
+
+    ASSERT_EQ(settings.WriteIniString("Files", "Auto Read", "0"), 1);
+
+    EXPECT_EQ(dir.read("QorTool.INI"),
+              "[Config]\r\nMagazine Max=100\r\nEdited=by hand\r\n[Files]\r\nAuto Read=0\r\n");
+}
+
 #ifndef _WIN32
 
 // Runs `save` as a user without privileges: in a child that gives up root
@@ -201,6 +215,18 @@ std::string AsUnprivilegedUser(const std::function<std::string()> &save)
     ::close(channel[0]);
     ::waitpid(child, nullptr, 0);
     return result;
+}
+
+TEST(SettingsFile, APipeInItsPlaceGivesTheDefaultsAtOnceAndStaysAPipe)
+{
+    test::TempDir dir;
+    ASSERT_EQ(::mkfifo(dir.file("QorTool.INI").c_str(), 0600), 0);
+    Common settings(dir.file("QorTool.INI"));
+
+    EXPECT_EQ(settings.GetIniString("Config", "Magazine Max", "100"), "100");
+    EXPECT_EQ(settings.WriteIniString("Files", "Auto Read", "0"), 0);
+
+    EXPECT_TRUE(fs::is_fifo(dir.file("QorTool.INI")));
 }
 
 TEST(SaveTarget, AWritableFileInAFolderWhereNoFileCanBeMadeIsRefusedNamingTheFolder)

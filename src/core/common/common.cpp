@@ -18,9 +18,9 @@ std::size_t LastSeparator(std::string_view path)
 std::string Common::GetIniString(std::string_view section, std::string_view key,
                                  std::string_view defaultValue) const
 {
-    std::string value = ReadProfileEntry(m_iniPath, section, key);
+    std::string value = m_file.Read(section, key);
     if (value.empty()) {
-        WriteProfileEntry(m_iniPath, section, key, defaultValue);
+        m_file.Write(section, key, defaultValue);
         return std::string(defaultValue);
     }
     // The profile API hands back a C string: the text ends at the first NUL.
@@ -30,7 +30,7 @@ std::string Common::GetIniString(std::string_view section, std::string_view key,
 std::int16_t Common::WriteIniString(std::string_view section, std::string_view key,
                                     std::string_view value) const
 {
-    return WriteProfileEntry(m_iniPath, section, key, value.substr(0, WriteBufferLimit)) ? 1 : 0;
+    return m_file.Write(section, key, value.substr(0, WriteBufferLimit)) ? 1 : 0;
 }
 
 std::string Common::GetProfileValue(std::string_view section, std::string_view key,

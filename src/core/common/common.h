@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings_file.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,10 +13,10 @@ namespace qor {
 class Common
 {
 public:
-    explicit Common(std::string iniPath = {}) : m_iniPath(std::move(iniPath)) {}
+    explicit Common(std::string iniPath = {}) : m_file(std::move(iniPath)) {}
 
-    const std::string &IniPath() const { return m_iniPath; }
-    void SetIniPath(std::string iniPath) { m_iniPath = std::move(iniPath); }
+    const std::string &IniPath() const { return m_file.Path(); }
+    void SetIniPath(std::string iniPath) { m_file = SettingsFile(std::move(iniPath)); }
 
     // The value of `key` in `section`. A missing or empty value is replaced in
     // the file by `defaultValue`, which is returned; if the file cannot be
@@ -32,7 +34,8 @@ public:
                                        const std::string &file);
 
 private:
-    std::string m_iniPath;
+    // Read once and kept; look-ups do not change what the program sees.
+    mutable SettingsFile m_file;
 };
 
 // `path` up to and including its last separator ("\" or "/"); "" when it has

@@ -313,11 +313,23 @@ std::size_t FindKey(const std::vector<Line> &lines, const SectionRange &range, s
 
 } // namespace
 
-std::string FindProfileValue(std::string_view content, std::string_view section,
-                             std::string_view key)
+struct ProfileDocument::Parsed
 {
-    const ProfileText profile = Decode(content);
-    const auto lines = SplitLines(profile.text);
+    ProfileText profile;
+    std::vector<Line> lines;
+};
+
+ProfileDocument::ProfileDocument(std::string_view content)
+{
+    auto parsed = std::make_shared<Parsed>();
+    parsed->profile = Decode(content);
+    parsed->lines = SplitLines(parsed->profile.text);
+    m_parsed = std::move(parsed);
+}
+
+std::string ProfileDocument::Find(std::string_view section, std::string_view key) const
+{
+    const auto &lines = m_parsed->lines;
     const SectionRange range = FindSection(lines, section);
     const std::size_t at = FindKey(lines, range, key);
     if (at == std::string_view::npos) {
@@ -330,6 +342,12 @@ std::string FindProfileValue(std::string_view content, std::string_view section,
         value = value.substr(1, value.size() - 2);
     }
     return std::string(CutToUtf16Units(value, ProfileValueLimit));
+}
+
+std::string FindProfileValue(std::string_view content, std::string_view section,
+                             std::string_view key)
+{
+    return ProfileDocument(content).Find(section, key);
 }
 
 std::string SetProfileValue(std::string_view content, std::string_view section,
@@ -397,7 +415,7 @@ std::string SetProfileValue(std::string_view content, std::string_view section,
 std::string ReadProfileEntryPortable(const std::string &file, std::string_view section,
                                      std::string_view key)
 {
-    auto content = ReadWholeFile(file);
+    auto content = ReadWholeFile(file, MaxProfileBytes);
     if (!content) {
         return {};
     }
@@ -409,7 +427,7 @@ bool WriteProfileEntryPortable(const std::string &file, std::string_view section
 {
     std::string existing;
     if (FileExists(file)) {
-        auto content = ReadWholeFile(file);
+        auto content = ReadWholeFile(file, MaxProfileBytes);
         if (!content) {
             return false;
         }

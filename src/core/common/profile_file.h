@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,10 @@ namespace qor {
 // a byte order mark, or UTF-16 LE after one; it is written back the same way.
 
 inline constexpr std::size_t ProfileValueLimit = 254;
+
+// Larger settings files are refused unread (read as empty, never written):
+// no settings file comes near this.
+inline constexpr std::uintmax_t MaxProfileBytes = std::uintmax_t(64) << 20;
 
 // The value of `key` in `section` of `file`; "" when the file, the section or
 // the key is missing. On Windows this is GetPrivateProfileStringW, given the
@@ -39,6 +45,20 @@ std::string ReadProfileEntryPortable(const std::string &file, std::string_view s
                                      std::string_view key);
 bool WriteProfileEntryPortable(const std::string &file, std::string_view section,
                                std::string_view key, std::string_view value);
+
+// Profile text parsed once, for many look-ups.
+class ProfileDocument
+{
+public:
+    explicit ProfileDocument(std::string_view content = {});
+
+    // As FindProfileValue.
+    std::string Find(std::string_view section, std::string_view key) const;
+
+private:
+    struct Parsed;
+    std::shared_ptr<const Parsed> m_parsed; // immutable, so copies share it
+};
 
 // The lookup on profile text already in memory (used by the above and by
 // tests and fuzzing).
