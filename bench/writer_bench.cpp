@@ -131,6 +131,37 @@ void BM_WriteToolListFile(benchmark::State &state)
 }
 BENCHMARK(BM_WriteToolListFile)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// A save of a foreign file: the original is kept as the backup each time.
+void BM_SaveForeignFileWithBackup(benchmark::State &state)
+{
+    ToolTable &table = Table();
+    const auto folder = std::filesystem::temp_directory_path() / "qortool-backup-bench";
+    std::filesystem::create_directories(folder);
+    const std::string path = (folder / "Atc.TTL").string();
+    WriteOptions options{"Benchmark", "1"};
+    if (Status saved = WriteToolListFile(table, path, options); !saved) {
+        state.SkipWithError(saved.error().message.c_str());
+        return;
+    }
+    table.ForeignFile = true;
+
+    for (auto _ : state) {
+        if (Status saved = WriteToolListFile(table, path, options); !saved) {
+            state.SkipWithError(saved.error().message.c_str());
+            break;
+        }
+        state.PauseTiming();
+        std::filesystem::remove((folder / "Atc_org1.TTL"));
+        state.ResumeTiming();
+    }
+
+    table.ForeignFile = false;
+    const auto fileSize = std::filesystem::file_size(path);
+    std::filesystem::remove_all(folder);
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * fileSize));
+}
+BENCHMARK(BM_SaveForeignFileWithBackup)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 // The formatting alone, without the disk.
 void BM_FormatToolList(benchmark::State &state)
 {

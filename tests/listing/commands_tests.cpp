@@ -93,6 +93,23 @@ TEST_F(Commands, AFailedSaveChangesNothingAndSaysWhy)
     EXPECT_EQ(files.read("atc.TTL"), "old bytes");
 }
 
+TEST_F(Commands, ARefusedSaveShowsTheCataloguesReasonAboveTheDetails)
+{
+    const std::string path = files.file("atc.TTL");
+    files.write("atc.TTL", "MAGAZINE01 = BAL/10,50\r\n");
+    ws.NoQuestionAfterSave = true;
+    ASSERT_TRUE(commands.Read(path));
+    std::filesystem::permissions(NativePath(path), std::filesystem::perms::owner_read);
+    messages.shown.clear();
+
+    EXPECT_FALSE(commands.Save(path, "1", true));
+
+    const auto &message = OnlyMessage();
+    EXPECT_TRUE(message.text.starts_with(Msg("MSG25-2") + "\r\n\r\n")) << message.text;
+    EXPECT_NE(message.text.find(path), std::string::npos) << message.text;
+    EXPECT_EQ(files.read("atc.TTL"), "MAGAZINE01 = BAL/10,50\r\n");
+}
+
 TEST_F(Commands, ToolsBeyondTheTableAreReportedAndSavingWithoutThemNeedsAYes)
 {
     const std::string path = files.file("atc.TTL");

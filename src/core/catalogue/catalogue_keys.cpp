@@ -105,6 +105,7 @@ std::vector<CatalogueKey> BuildKeys()
         .Range(21, 22)
         .Subs(23, 1, 3)
         .Subs(24, 1, 2)
+        .Subs(25, 1, 6)
         .Subs(26, 1, 6)
         .AppendTo(keys);
 

@@ -151,8 +151,12 @@ bool ToolListCommands::Save(const std::string &path, const std::string &magIniTe
     options.title = m_ws.Text("String", "Str80");
     options.magIniText = magIniText;
     if (Status written = WriteToolListFile(m_ws.Table, path, options); !written) {
-        m_messages.Show(written.error().message, MessageIcon::Exclamation, MessageButtons::Ok,
-                        Title);
+        // A refusal with a catalogue text shows it above the details.
+        const Error &error = written.error();
+        const std::string text = error.key.empty()
+                                     ? error.message
+                                     : m_ws.Text("MSG", error.key) + "\r\n\r\n" + error.message;
+        m_messages.Show(text, MessageIcon::Exclamation, MessageButtons::Ok, Title);
         return false;
     }
     // What is there now is what this run wrote: the next save asks nothing.
