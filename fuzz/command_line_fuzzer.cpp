@@ -36,11 +36,12 @@ void WriteFile(const fs::path &path, const std::string &bytes)
 const fs::path &Scratch()
 {
     static const fs::path folder = [] {
-        fs::path made = fs::temp_directory_path() / ("qortool-cli-fuzz-" + std::to_string(getpid()));
+        fs::path made =
+            fs::temp_directory_path() / ("qortool-cli-fuzz-" + std::to_string(getpid()));
         fs::create_directories(made / "bin");
         const char *catalogue = std::getenv("QOR_FUZZ_CATALOGUE");
-        fs::copy_file(catalogue ? catalogue : QOR_RUNTIME_DIR "/QORTool.msg", made / "bin/QORTool.msg",
-                      fs::copy_options::overwrite_existing);
+        fs::copy_file(catalogue ? catalogue : QOR_RUNTIME_DIR "/QORTool.msg",
+                      made / "bin/QORTool.msg", fs::copy_options::overwrite_existing);
         fs::current_path(made);
         return made;
     }();

@@ -16,6 +16,7 @@
 
 #ifndef _WIN32
 #include <csignal>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #endif
 
@@ -361,6 +362,52 @@ TEST_F(ToolListFile, FailedSaveLeavesTheFolderAsItWas)
     setrlimit(RLIMIT_FSIZE, &old);
 #endif
 }
+
+#ifndef _WIN32
+// A disk with room for the new file but not for a copy of the old one: the
+// backup needs no room, since it is the original itself, so the original is
+// never lost. A disk without room for the new file fails the save and keeps
+// the file as it was.
+TEST_F(ToolListFile, AFullDiskNeverCostsTheOriginal)
+{
+    fs::create_directory(dir.file("disk"));
+    if (::mount("tmpfs", dir.file("disk").c_str(), "tmpfs", 0, "size=256k") != 0) {
+        GTEST_SKIP() << "a small file system needs root to mount: " << std::strerror(errno);
+    }
+    path = dir.file("disk/Atc.TTL");
+    SizeToolTable(table, 400);
+    for (int slot = 0; slot < 400; ++slot) {
+        table.Slots[static_cast<std::size_t>(slot)].ToolKind = KindFla;
+        table.Slots[static_cast<std::size_t>(slot)].ToolDia = 12.5f;
+        table.Slots[static_cast<std::size_t>(slot)].ToolComment = std::string(180, 'c');
+    }
+    const std::string original = "; written by hand\r\n" + FormatToolList(table, options);
+    dir.write("disk/Atc.TTL", original);
+    auto fill = [this](std::uintmax_t leave) {
+        const auto free = fs::space(dir.file("disk")).available;
+        dir.write("disk/filler", std::string(free > leave ? free - leave : 0, 'f'));
+    };
+    table.ForeignFile = true;
+    table.Slots[0].ToolDia = 10;
+
+    fill(original.size() + 16 * 1024);
+    const Status roomForOne = Save();
+    const std::string afterFirst = dir.read("disk/Atc.TTL");
+    const std::string backup = dir.read("disk/Atc_org1.TTL");
+    fs::remove(dir.file("disk/filler"));
+    fill(4096);
+    table.Slots[1].ToolDia = 10;
+    const Status noRoom = Save();
+    const std::string afterSecond = dir.read("disk/Atc.TTL");
+    ::umount(dir.file("disk").c_str());
+
+    ASSERT_TRUE(roomForOne.ok()) << roomForOne.error().message;
+    EXPECT_EQ(backup, original);
+    EXPECT_NE(afterFirst, original);
+    EXPECT_FALSE(noRoom.ok());
+    EXPECT_EQ(afterSecond, afterFirst);
+}
+#endif
 
 } // namespace
 } // namespace qor
