@@ -49,6 +49,9 @@ int ReadTable(Workspace &workspace, const Invocation &invocation, std::ostream &
 {
     const std::string &file = invocation.file;
     const ReadResult result = ReadToolListFile(workspace.Table, file);
+    if (result.outcome != ReadOutcome::NotFound && result.looks != FileLooks::ToolList) {
+        err << file << ": warning: " << FileLooksText(workspace, result.looks) << '\n';
+    }
     switch (result.outcome) {
     case ReadOutcome::Read:
         if (result.skippedPositions == 0) {

@@ -93,6 +93,19 @@ TEST_F(Commands, AFailedSaveChangesNothingAndSaysWhy)
     EXPECT_EQ(files.read("atc.TTL"), "old bytes");
 }
 
+TEST_F(Commands, AFileThatIsNoToolListIsReadAndTheUserToldWhatItSeemsToBe)
+{
+    const std::string path = files.file("letter.TTL");
+    files.write("letter.TTL", "Dear machinist,\r\nthe holders arrive on Monday.\r\n");
+
+    EXPECT_TRUE(commands.Read(path));
+
+    const auto &message = OnlyMessage();
+    EXPECT_EQ(message.icon, MessageIcon::Information);
+    EXPECT_EQ(message.text, Msg("MSG29-3") + "\n\n" + path);
+    EXPECT_FALSE(Msg("MSG29-3").empty());
+}
+
 TEST_F(Commands, ARefusedSaveShowsTheCataloguesReasonAboveTheDetails)
 {
     const std::string path = files.file("atc.TTL");

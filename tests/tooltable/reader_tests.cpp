@@ -263,6 +263,22 @@ TEST_F(Reader, BinaryJunkAndOverlongLinesAreRefusedOrSkipped)
     EXPECT_EQ(Magazine(1).ToolKind, KindBal);
 }
 
+TEST_F(Reader, SaysWhatAFileThatIsNoToolListSeemsToBe)
+{
+    const std::vector<std::pair<std::string, FileLooks>> cases = {
+        {test::SourceFile("data/samples/machining_centre.TTL"), FileLooks::ToolList},
+        {"", FileLooks::ToolList},
+        {"# only a comment\r\n\r\n", FileLooks::NoItems},
+        {"Dear machinist,\r\nthe new holders arrive on Monday.\r\n", FileLooks::NoItems},
+        {std::string("\xFF\xFEM\0A\0G\0", 8), FileLooks::Utf16Text},
+        {std::string("MAGAZINE01 = BAL/1\0,2\n", 22), FileLooks::Binary},
+        {std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), FileLooks::Binary},
+    };
+    for (const auto &[content, looks] : cases) {
+        EXPECT_EQ(Read(content).looks, looks) << content;
+    }
+}
+
 TEST_F(Reader, RandomMutationsReadOrFailCleanly)
 {
     const std::string valid = "#   edited with QORTool   V1.70\n"

@@ -107,6 +107,7 @@ std::vector<CatalogueKey> BuildKeys()
         .Subs(24, 1, 2)
         .Subs(25, 1, 6)
         .Subs(26, 1, 6)
+        .Subs(29, 1, 3)
         .AppendTo(keys);
 
     return keys;

@@ -57,6 +57,10 @@ bool ToolListCommands::Read(const std::string &path)
             m_messages.Show(ToolsBeyondTableText(m_ws, result.highestSkippedMagazine),
                             MessageIcon::Information, MessageButtons::Ok, Title);
         }
+        if (result.looks != FileLooks::ToolList) {
+            m_messages.Show(FileLooksText(m_ws, result.looks) + "\n\n" + path,
+                            MessageIcon::Information, MessageButtons::Ok, Title);
+        }
         return true;
     case ReadOutcome::FormatError: {
         std::string text = m_ws.Text("MSG", "MSG7") + "\n\n" + path;
@@ -64,6 +68,9 @@ bool ToolListCommands::Read(const std::string &path)
             text += "\nLine " + std::to_string(result.error.line) + ": " + result.error.message;
         } else {
             text += "\n" + result.error.message;
+        }
+        if (result.looks != FileLooks::ToolList) {
+            text += "\n\n" + FileLooksText(m_ws, result.looks);
         }
         m_messages.Show(text, MessageIcon::Exclamation);
         return false;
@@ -288,6 +295,21 @@ std::string MagIniRefusalText(const Workspace &workspace)
 {
     return workspace.Text("MSG", "MSG17-1") + " " + std::to_string(workspace.Globals.MagazineMax) +
            " " + workspace.Text("MSG", "MSG17-2");
+}
+
+std::string FileLooksText(const Workspace &workspace, FileLooks looks)
+{
+    switch (looks) {
+    case FileLooks::Utf16Text:
+        return workspace.Text("MSG", "MSG29-1");
+    case FileLooks::Binary:
+        return workspace.Text("MSG", "MSG29-2");
+    case FileLooks::NoItems:
+        return workspace.Text("MSG", "MSG29-3");
+    case FileLooks::ToolList:
+        break;
+    }
+    return {};
 }
 
 std::string ToolsBeyondTableText(const Workspace &workspace, int highestMagazine)

@@ -2,6 +2,7 @@
 
 #include "file_stamp.h"
 #include "message_service.h"
+#include "tool_list_reader.h"
 #include "workspace.h"
 
 #include <functional>
@@ -117,6 +118,11 @@ bool IsAbsolutePath(std::string_view path);
 // The text of the initial magazine refusal: "MSG17-1", the highest number,
 // "MSG17-2".
 std::string MagIniRefusalText(const Workspace &workspace);
+
+// What a file that does not look like a tool list seems to be ("MSG29-1"
+// UTF-16 text, "MSG29-2" binary data, "MSG29-3" no item recognised); "" for
+// a tool list.
+std::string FileLooksText(const Workspace &workspace, FileLooks looks);
 
 // The text that a read skipped tools up to `highestMagazine`: "MSG23-1", the
 // number, "MSG23-2", the table's size, "MSG23-3".

@@ -192,6 +192,11 @@ private:
     int m_lineNumber = 0;
     std::vector<bool> m_skipped; // by magazine number, sized on the first skipped tool
     ReadResult m_result;
+    // What the file seems to be.
+    bool m_anyText = false;
+    bool m_anyItem = false;
+    bool m_nul = false;
+    bool m_utf16 = false;
 };
 
 ReadResult ToolListParser::Read(std::FILE *file)
@@ -212,7 +217,12 @@ ReadResult ToolListParser::Read(std::FILE *file)
             break;
         }
         m_lineNumber = reader.lineNumber();
+        if (m_lineNumber == 1 && (line.starts_with("\xFF\xFE") || line.starts_with("\xFE\xFF"))) {
+            m_utf16 = true;
+        }
+        m_nul = m_nul || line.find('\0') != std::string::npos;
         m_line = TrimSpaces(line);
+        m_anyText = m_anyText || !m_line.empty();
         if (status == LineReader::Status::TooLong) {
             m_result.outcome = ReadOutcome::FormatError;
             m_result.error = Error("line " + std::to_string(m_lineNumber) + " is longer than " +
@@ -226,6 +236,10 @@ ReadResult ToolListParser::Read(std::FILE *file)
             break;
         }
     }
+    m_result.looks = m_utf16                   ? FileLooks::Utf16Text
+                     : m_nul                   ? FileLooks::Binary
+                     : m_anyText && !m_anyItem ? FileLooks::NoItems
+                                               : FileLooks::ToolList;
     return m_result;
 }
 
@@ -256,8 +270,12 @@ bool ToolListParser::ParseItem(std::string_view &rest)
     if (keyword != Keyword("MAG") && m_table.CurrentSlot >= m_slotLimit) {
         NoteSkipped(keyword);
         rest = {};
+        m_anyItem = true;
         return true;
     }
+    // Every case below but the last is an item.
+    const bool itemBefore = m_anyItem;
+    m_anyItem = true;
     switch (keyword) {
     case Keyword("INI"):
         return Initial(rest);
@@ -297,6 +315,7 @@ bool ToolListParser::ParseItem(std::string_view &rest)
         return Limit(rest);
     default:
         // Words this program does not know end the line, not the read.
+        m_anyItem = itemBefore;
         rest = {};
         return true;
     }

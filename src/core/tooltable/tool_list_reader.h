@@ -17,6 +17,16 @@ enum class ReadOutcome
     FormatError = 2
 };
 
+// What a file that was read seems to be, when it does not look like a tool
+// list: readers still read it by the usual rules, and then say so.
+enum class FileLooks
+{
+    ToolList,
+    Utf16Text, // starts with a UTF-16 byte order mark
+    Binary,    // holds NUL bytes
+    NoItems    // not empty, but no tool list item was recognised
+};
+
 struct ReadResult
 {
     ReadOutcome outcome = ReadOutcome::Read;
@@ -27,6 +37,8 @@ struct ReadResult
     // so that a caller can warn before a save drops those tools.
     int skippedPositions = 0;
     int highestSkippedMagazine = 0;
+    // After Read and FormatError.
+    FileLooks looks = FileLooks::ToolList;
 };
 
 // Reads a tool list file into the table. `ForeignFile` is set first, and
