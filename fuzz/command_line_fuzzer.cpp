@@ -33,28 +33,32 @@ void WriteFile(const fs::path &path, const std::string &bytes)
 
 // The scratch folder, made once: the program folder with its catalogue, and
 // a tool list file written anew before every run.
+// The scratch folder, made anew when the fuzzer starts, in the build folder.
 const fs::path &Scratch()
 {
     static const fs::path folder = [] {
-        fs::path made =
-            fs::temp_directory_path() / ("qortool-cli-fuzz-" + std::to_string(getpid()));
+        const fs::path made = QOR_FUZZ_SCRATCH;
+        std::error_code ec;
+        fs::remove_all(made, ec);
         fs::create_directories(made / "bin");
-        const char *catalogue = std::getenv("QOR_FUZZ_CATALOGUE");
-        fs::copy_file(catalogue ? catalogue : QOR_RUNTIME_DIR "/QORTool.msg",
-                      made / "bin/QORTool.msg", fs::copy_options::overwrite_existing);
-        fs::current_path(made);
+        fs::copy_file(QOR_RUNTIME_DIR "/QORTool.msg", made / "bin/QORTool.msg",
+                      fs::copy_options::overwrite_existing);
         return made;
     }();
     return folder;
 }
 
-// Only the last part of a path, so that nothing outside the scratch folder
-// is read or written.
+// Only the last part of a path, in the scratch folder, so that nothing
+// outside it is read or written. (The process keeps its own current folder,
+// where libFuzzer keeps its corpus.)
 std::string Confined(const std::string &path)
 {
     const auto cut = path.find_last_of("/\\");
     std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
-    return name.empty() || name == "." || name == ".." ? std::string("x.TTL") : name;
+    if (name.empty() || name == "." || name == "..") {
+        name = "x.TTL";
+    }
+    return (Scratch() / name).string();
 }
 
 } // namespace
@@ -91,7 +95,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         invocation.output = Confined(*invocation.output);
     }
     if (invocation.overrides.catalogue) {
-        invocation.overrides.catalogue = "bin/QORTool.msg";
+        invocation.overrides.catalogue = (scratch / "bin/QORTool.msg").string();
     }
     static const std::string sample = [] {
         std::ifstream in(QOR_SAMPLE, std::ios::binary);
