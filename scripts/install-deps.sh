@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libgl-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-dev clang-format
-  xvfb xauth
+  xvfb xauth fonts-noto-cjk
   g++-mingw-w64-x86-64-posix wine64
 )
 

@@ -313,13 +313,16 @@ Commands:
                              ttltool render Atc.ttl --all --format svg -o svg
   catalogue-check FILE     Load FILE as a message catalogue, print its version
                            and each text it leaves empty, one "section key" a
-                           line. Exit 0 complete, 1 texts missing, 2 FILE cannot
-                           be loaded.
+                           line, and warn of a file title (Str80) with
+                           characters that the Code Page of QorTool.INI cannot
+                           hold. Exit 0 complete, 1 texts missing, 2 FILE
+                           cannot be loaded.
                              ttltool catalogue-check QORTool_de.msg
 
 Options, before or after the file names:
   --catalogue FILE         Take the texts (kind words, file title) from FILE
-                           instead of QORTool.msg beside the program.
+                           instead of the catalogue beside the program
+                           (QORTool.msg, or the one "TEXT FILE" names).
                              ttltool dump --catalogue QORTool_en.msg Atc.ttl
   --magazine-max N         Use N magazine positions (1 to 32767) instead of
                            "Magazine Max" of QorTool.INI beside the program.
@@ -347,7 +350,7 @@ Options, before or after the file names:
                              ttltool check -- -odd-name.ttl
 
 Options that take a value also accept the form --option=VALUE.
-Like the editor, ttltool reads QorTool.INI and QORTool.msg from its own folder
+Like the editor, ttltool reads QorTool.INI and the catalogue from its own folder
 (catalogue-check needs neither). A wrong command line exits with 64, and so
 does render in a ttltool built without Qt. Without a display, render draws on
 Qt's offscreen platform unless QT_QPA_PLATFORM says otherwise.

@@ -2,6 +2,7 @@
 
 #include "atomic_file.h"
 #include "catalogue_keys.h"
+#include "code_page.h"
 #include "file_stamp.h"
 #include "json_output.h"
 #include "message_catalogue.h"
@@ -13,6 +14,7 @@
 
 #include <filesystem>
 #include <ostream>
+#include <vector>
 
 namespace qor::cli {
 
@@ -74,7 +76,7 @@ int ReadTable(Workspace &workspace, const Invocation &invocation, std::ostream &
     }
     err << ": " << error.message << '\n';
     if (error.line > 0) {
-        err << BytesToUtf8(error.lineText) << '\n';
+        err << DecodeCodePage(error.lineText, workspace.Globals.CodePage) << '\n';
     }
     return ExitFormatError;
 }
@@ -138,7 +140,7 @@ int Normalize(Workspace &workspace, const Invocation &invocation, const LastRead
     const std::string backupName = backup ? NextBackupName(target) : std::string();
 
     const WriteOptions options{workspace.Text("String", "Str80"),
-                               std::to_string(table.InitialMagazine)};
+                               std::to_string(table.InitialMagazine), workspace.Globals.CodePage};
     if (Status written = WriteToolListFile(table, target, options); !written) {
         err << written.error().message << '\n';
         return ExitWriteFailed;
@@ -150,20 +152,53 @@ int Normalize(Workspace &workspace, const Invocation &invocation, const LastRead
     return 0;
 }
 
-int CatalogueCheck(const std::string &file, std::ostream &out, std::ostream &err)
+// The code page the settings beside the program name, read without writing
+// the settings file: the check changes nothing.
+int ConfiguredCodePage(const std::string &appDir)
 {
+    std::string dir = NativeSeparators(appDir);
+    if (!dir.empty() && dir.back() != '\\' && dir.back() != '/') {
+        dir += PathSeparator();
+    }
+    return CodePageOfSetting(Common::GetProfileValue("Files", "Code Page", dir + "QorTool.INI"));
+}
+
+// Warns of title characters that every saved file gets as "?".
+void CheckTitle(const MessageCatalogue &catalogue, const std::string &file, int codePage,
+                std::ostream &err)
+{
+    const std::string title = catalogue.GetText("String", "Str80");
+    std::vector<std::string> unheld;
+    EncodeCodePageReplacing(title, codePage, &unheld);
+    if (unheld.empty()) {
+        return;
+    }
+    err << file << ": warning: Str80 \"" << title << "\": " << catalogue.GetText("MSG", "MSG27-4")
+        << ' ' << codePage << ':';
+    for (std::size_t i = 0; i < unheld.size(); ++i) {
+        err << (i == 0 ? " \"" : ", \"") << unheld[i] << "\" (" << CodePointName(unheld[i]) << ')';
+    }
+    err << '\n';
+}
+
+int CatalogueCheck(const std::string &file, const std::string &appDir, std::ostream &out,
+                   std::ostream &err)
+{
+    const int codePage = ConfiguredCodePage(appDir);
     MessageCatalogue catalogue;
-    if (Status loaded = catalogue.Load(file); !loaded) {
+    if (Status loaded = catalogue.Load(file, codePage); !loaded) {
         err << loaded.error().message << '\n';
         return ExitCatalogueBroken;
     }
 
     const std::string version = Common::GetProfileValue("Config", "Version", file);
-    out << "Version: " << BytesToUtf8(version) << '\n';
+    out << "Version: " << BytesToUtf8(version, codePage) << '\n';
     if (version != ProgramVersion) {
-        err << file << ": version " << (version.empty() ? "missing" : BytesToUtf8(version))
+        err << file << ": version "
+            << (version.empty() ? "missing" : BytesToUtf8(version, codePage))
             << ", this program is " << ProgramVersion << '\n';
     }
+    CheckTitle(catalogue, file, codePage, err);
 
     std::size_t missing = 0;
     for (const CatalogueKey &key : CatalogueKeys()) {
@@ -189,7 +224,7 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
         return ExitUsage;
     }
     if (invocation.command == CommandKind::CatalogueCheck) {
-        return CatalogueCheck(invocation.file, out, err);
+        return CatalogueCheck(invocation.file, appDir, out, err);
     }
     if (invocation.command == CommandKind::Help) {
         out << HelpText();
@@ -214,7 +249,7 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
             << " positions hold a tool\n";
         return 0;
     case CommandKind::Dump:
-        out << TableToJson(table, invocation.file);
+        out << TableToJson(table, invocation.file, workspace.Globals.CodePage);
         return 0;
     case CommandKind::Normalize:
         return Normalize(workspace, invocation, input, out, err);

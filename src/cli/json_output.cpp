@@ -1,7 +1,7 @@
 #include "json_output.h"
 
+#include "code_page.h"
 #include "numeric_text.h"
-#include "text_decoding.h"
 
 #include <algorithm>
 #include <cmath>
@@ -138,9 +138,9 @@ std::string JsonQuoted(std::string_view utf8)
     return quoted;
 }
 
-std::string BytesToUtf8(std::string_view bytes)
+std::string BytesToUtf8(std::string_view bytes, int codePage)
 {
-    return IsValidUtf8(bytes) ? std::string(bytes) : Windows1252ToUtf8(bytes);
+    return IsValidUtf8(bytes) ? std::string(bytes) : DecodeCodePage(bytes, codePage);
 }
 
 namespace {
@@ -189,7 +189,7 @@ void PerLetterArrays(JsonWriter &json, std::string_view key, const PerLetter &pe
     json.EndObject();
 }
 
-void SlotFields(JsonWriter &json, const ToolSlot &slot, int slotIndex)
+void SlotFields(JsonWriter &json, const ToolSlot &slot, int slotIndex, int codePage)
 {
     json.Key("MagazineNumber");
     json.Integer(slotIndex + 1);
@@ -231,7 +231,7 @@ void SlotFields(JsonWriter &json, const ToolSlot &slot, int slotIndex)
     PerLetterArrays(json, "OptFeedVal", slot.OptFeedVal);
 
     json.Key("ToolComment");
-    json.String(BytesToUtf8(slot.ToolComment));
+    json.String(DecodeCodePage(slot.ToolComment, codePage));
     json.Key("PenNo");
     json.Integer(slot.PenNo);
     json.Key("ShiftOn");
@@ -246,13 +246,13 @@ void SlotFields(JsonWriter &json, const ToolSlot &slot, int slotIndex)
 
 } // namespace
 
-std::string TableToJson(const ToolTable &table, std::string_view fileName)
+std::string TableToJson(const ToolTable &table, std::string_view fileName, int codePage)
 {
     std::string out;
     JsonWriter json(out);
     json.BeginObject();
     json.Key("File");
-    json.String(BytesToUtf8(fileName));
+    json.String(BytesToUtf8(fileName, codePage));
     json.Key("MagazineMax");
     json.Integer(table.MagazineMax);
     json.Key("InitialMagazine");
@@ -268,7 +268,7 @@ std::string TableToJson(const ToolTable &table, std::string_view fileName)
     for (std::size_t i = 0; i < table.Slots.size(); ++i) {
         if (table.Slots[i].HasTool()) {
             json.BeginObject();
-            SlotFields(json, table.Slots[i], static_cast<int>(i));
+            SlotFields(json, table.Slots[i], static_cast<int>(i), codePage);
             json.EndObject();
         }
     }

@@ -45,12 +45,13 @@ private:
 // The text as a JSON string literal, quotes included. The text must be UTF-8.
 std::string JsonQuoted(std::string_view utf8);
 
-// File bytes of unknown encoding as UTF-8: kept when valid UTF-8, else read
-// as Windows-1252.
-std::string BytesToUtf8(std::string_view bytes);
+// Bytes of unknown encoding (a path, a catalogue's version) as UTF-8: kept
+// when valid UTF-8, else decoded from the code page.
+std::string BytesToUtf8(std::string_view bytes, int codePage);
 
 // The table as a JSON document (ending in a line break): the table-wide
-// values, the file-level arbor and every slot that holds a tool.
-std::string TableToJson(const ToolTable &table, std::string_view fileName);
+// values, the file-level arbor and every slot that holds a tool, its
+// comment decoded from the file's code page.
+std::string TableToJson(const ToolTable &table, std::string_view fileName, int codePage);
 
 } // namespace qor::cli

@@ -1,7 +1,7 @@
 #include "render_command.h"
 
+#include "code_page.h"
 #include "commands.h"
-#include "json_output.h"
 #include "native_file.h"
 #include "tool_kinds.h"
 
@@ -22,12 +22,12 @@ const char *Extension(ImageFormat format)
 }
 
 PictureRequest RequestFor(const ToolTable &table, int slot, std::string path,
-                          const RenderOptions &options)
+                          const RenderOptions &options, int codePage)
 {
     const ToolSlot &tool = table.Slots[static_cast<std::size_t>(slot)];
     std::string title(KindWords[static_cast<std::size_t>(tool.ToolKind)]);
     if (!tool.ToolComment.empty()) {
-        title += ' ' + BytesToUtf8(tool.ToolComment);
+        title += ' ' + DecodeCodePage(tool.ToolComment, codePage);
     }
     return {slot,
             std::move(path),
@@ -69,7 +69,8 @@ int Render(Workspace &workspace, const Invocation &invocation, PictureWriterFact
             err << invocation.file << ": magazine " << magazine << " holds no tool\n";
             return ExitNotFound;
         }
-        pictures.push_back(RequestFor(table, magazine - 1, output, options));
+        pictures.push_back(
+            RequestFor(table, magazine - 1, output, options, workspace.Globals.CodePage));
     } else {
         std::error_code made;
         std::error_code probed;
@@ -84,7 +85,8 @@ int Render(Workspace &workspace, const Invocation &invocation, PictureWriterFact
             if (tool.HasTool()) {
                 const fs::path path =
                     NativePath(output) / PictureFileName(slot, tool.ToolKind, options.format);
-                pictures.push_back(RequestFor(table, slot, Utf8Path(path), options));
+                pictures.push_back(
+                    RequestFor(table, slot, Utf8Path(path), options, workspace.Globals.CodePage));
             }
         }
     }

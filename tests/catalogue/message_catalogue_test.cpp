@@ -169,6 +169,22 @@ TEST(MessageCatalogue, EndsLinesAtCrLfLfOrCrAndDecodesToUtf8)
     }
 }
 
+TEST(MessageCatalogue, ReadsACatalogueThatIsNotUtf8InTheConfiguredCodePage)
+{
+    // "ツールリスト" and "ソフト": second bytes 5B ("[") and 5C ("\\"). Entry
+    // numbers must stay below the line count.
+    const std::string shiftJis = "[String]\r\nStr80=ATC\x83\x63\x81\x5B\x83\x8B\x83\x8A\x83\x58"
+                                 "\x83\x67\r\n[frmInfo]\r\nText1=\x83\x5C\x83\x74\x83\x67\r\n" +
+                                 std::string(100, '\n');
+    MessageCatalogue catalogue;
+
+    ASSERT_TRUE(catalogue.LoadFromBytes(shiftJis, "QORTool_ja.msg", 932).ok());
+
+    EXPECT_EQ(catalogue.GetText("String", "Str80"),
+              "ATC\xE3\x83\x84\xE3\x83\xBC\xE3\x83\xAB\xE3\x83\xAA\xE3\x82\xB9\xE3\x83\x88");
+    EXPECT_EQ(catalogue.GetText("frmInfo", "Text1"), "\xE3\x82\xBD\xE3\x83\x95\xE3\x83\x88");
+}
+
 TEST(MessageCatalogue, LoadsAFileAndNamesOneItCannotRead)
 {
     test::TempDir dir;

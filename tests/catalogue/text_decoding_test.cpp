@@ -1,45 +1,49 @@
 #include "text_decoding.h"
 
 #include <gtest/gtest.h>
+#include <ostream>
 #include <string>
 
 namespace qor {
 namespace {
 
-TEST(TextDecoding, AcceptsOnlyWellFormedUtf8)
+struct TextFileCase
 {
-    EXPECT_TRUE(IsValidUtf8("plain ASCII text, longer than eight bytes"));
-    EXPECT_TRUE(IsValidUtf8("\xC3\x98 \xE2\x82\xAC \xF0\x9F\x94\xA7"));
-    for (const char *bad : {"Durchmesser \xD8",         // Windows-1252
-                            "\xC0\xAF", "\xE0\x80\xAF", // overlong "/"
-                            "\xED\xA0\x80",             // surrogate
-                            "\xF4\x90\x80\x80",         // above U+10FFFF
-                            "abcdefgh\xE2\x82"}) {      // cut short
-        EXPECT_FALSE(IsValidUtf8(bad)) << bad;
-    }
+    const char *name;
+    std::string bytes;
+    int codePage;
+    std::string text;
+};
+
+void PrintTo(const TextFileCase &c, std::ostream *out)
+{
+    *out << c.name;
 }
 
-TEST(TextDecoding, ConvertsEveryWindows1252Byte)
+class DecodeTextFileTest : public testing::TestWithParam<TextFileCase>
+{};
+
+TEST_P(DecodeTextFileTest, GivesUtf8)
 {
-    std::string all;
-    for (int byte = 0; byte < 256; ++byte) {
-        all += static_cast<char>(byte);
-    }
+    const TextFileCase &c = GetParam();
 
-    std::string text = Windows1252ToUtf8(all);
-
-    EXPECT_TRUE(IsValidUtf8(text));
-    EXPECT_EQ(text.substr(0, 128), all.substr(0, 128));
-    EXPECT_NE(text.find("\xE2\x82\xAC\xC2\x81\xE2\x80\x9A"), std::string::npos); // 80 81 82
-    EXPECT_NE(text.find("\xC5\xBE\xC5\xB8\xC2\xA0"), std::string::npos);         // 9E 9F A0
-    EXPECT_NE(text.find("\xC2\x8D\xC5\xBD\xC2\x8F\xC2\x90"), std::string::npos); // 8D..90
-    EXPECT_EQ(text.substr(text.size() - 4), "\xC3\xBE\xC3\xBF");                 // FE FF
+    EXPECT_EQ(DecodeTextFile(c.bytes, c.codePage), c.text);
 }
 
-TEST(TextDecoding, KeepsAFileWithABomUtf8DespiteABadByte)
-{
-    EXPECT_EQ(DecodeTextFile("\xEF\xBB\xBF\xC3\xA9\xFF"), "\xC3\xA9\xEF\xBF\xBD");
-}
+// Valid UTF-8 wins over the code page; anything else is in the code page.
+INSTANTIATE_TEST_SUITE_P(
+    Files, DecodeTextFileTest,
+    testing::Values(
+        TextFileCase{"Utf8WithBom", "\xEF\xBB\xBF\xC3\xA9", 932, "\xC3\xA9"},
+        // C3 98 would be two half-width katakana in 932.
+        TextFileCase{"Utf8WithoutBom", "\xC3\x98", 932, "\xC3\x98"},
+        TextFileCase{"Windows1252", "Ma\xDF \x80", 1252, "Ma\xC3\x9F \xE2\x82\xAC"},
+        TextFileCase{"ShiftJis", "\x83\x5C\x83\x74\x83\x67", 932,
+                     "\xE3\x82\xBD\xE3\x83\x95\xE3\x83\x88"}, // "ソフト", 5C second bytes
+        // A BOM says UTF-8: one damaged character must not turn the rest
+        // into mojibake.
+        TextFileCase{"BomWithABadByte", "\xEF\xBB\xBF\xC3\xA9\xFF", 1252, "\xC3\xA9\xEF\xBF\xBD"}),
+    [](const testing::TestParamInfo<TextFileCase> &info) { return info.param.name; });
 
 } // namespace
 } // namespace qor

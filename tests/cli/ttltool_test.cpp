@@ -158,7 +158,8 @@ TEST(Ttltool, DumpGivesEveryToolAsJsonWithCommentsInUtf8)
     ASSERT_EQ(comments.status, 0) << comments.err;
     ExpectJsonShape(comments.out);
     EXPECT_TRUE(Contains(comments.out, R"("ToolComment": "C:\\cam\\a\tb",)")) << comments.out;
-    EXPECT_TRUE(Contains(comments.out, "\"ToolComment\": \"\xC3\x98"
+    // UTF-8 bytes in a Windows-1252 file: what the CAM system shows.
+    EXPECT_TRUE(Contains(comments.out, "\"ToolComment\": \"\xC3\x83\xCB\x9C"
                                        "6 UTF-8\","));
 }
 
@@ -252,6 +253,50 @@ TEST(Ttltool, CatalogueCheckListsEmptyTextsAndNeedsNoCatalogueBesideTheProgram)
               static_cast<long>(CatalogueKeys().size()) - 1);
     EXPECT_EQ(empty.status, 2);
     EXPECT_FALSE(empty.err.empty());
+}
+
+TEST(Ttltool, CatalogueCheckWarnsOfATitleTheConfiguredCodePageCannotHold)
+{
+    struct Case
+    {
+        const char *settings; // "" for no settings file: 1252
+        bool shiftJis;        // the catalogue in Shift-JIS instead of UTF-8
+        bool warns;
+    };
+    const Case cases[] = {{"", false, true},
+                          {"[Files]\r\nCode Page=932\r\n", false, false},
+                          {"[Files]\r\nCode Page=932\r\n", true, false}};
+    const std::string shipped = SourceFile("data/QORTool.msg");
+    const std::size_t title = shipped.find("Str80=") + 6;
+    const std::string ascii = "ATC ";
+    MessageCatalogue texts;
+    ASSERT_TRUE(texts.Load(RuntimeCatalogue));
+
+    for (const Case &c : cases) {
+        ToolFolder tool;
+        if (*c.settings != '\0') {
+            tool.dir.write("bin/QorTool.INI", c.settings);
+        }
+        // "ツール" after "ATC "
+        const std::string name =
+            c.shiftJis ? "\x83\x63\x81\x5B\x83\x8B" : "\xE3\x83\x84\xE3\x83\xBC\xE3\x83\xAB";
+        std::string catalogue = shipped;
+        catalogue.replace(title, shipped.find('\r', title) - title, ascii + name);
+        tool.dir.write("ja.msg", catalogue);
+
+        Outcome check = tool({"catalogue-check", "ja.msg"});
+
+        EXPECT_EQ(check.status, 0) << check.err;
+        const std::string warning =
+            c.warns ? "ja.msg: warning: Str80 \"ATC \xE3\x83\x84\xE3\x83\xBC\xE3\x83\xAB\": " +
+                          texts.GetText("MSG", "MSG27-4") +
+                          " 1252: \"\xE3\x83\x84\" (U+30C4), \"\xE3\x83\xBC\" (U+30FC), "
+                          "\"\xE3\x83\xAB\" (U+30EB)\n"
+                    : "";
+        EXPECT_EQ(check.err, warning) << c.settings;
+        // A check changes nothing, the settings included.
+        EXPECT_EQ(fs::exists(tool.dir.file("bin/QorTool.INI")), *c.settings != '\0');
+    }
 }
 
 TEST(Ttltool, ReadsSettingsAndCatalogueBesideTheProgramUnlessTheCommandLineSaysOtherwise)

@@ -51,7 +51,8 @@ protected:
         // Entry numbers must stay below the catalogue's line count.
         EXPECT_TRUE(ws.Catalogue
                         .LoadFromBytes("[MSG]\nMSG1=Not a number.\nMSG14=Full.\nMSG17-1=From 1 to\n"
-                                       "MSG17-2=only.\nMSG19=Bad angle.\n[frmEditor]\n"
+                                       "MSG17-2=only.\nMSG19=Bad angle.\nMSG28-1=No quotes.\n"
+                                       "[frmEditor]\n"
                                        "Text6=Centre offset\n" +
                                            std::string(100, '\n'),
                                        "test.msg")

@@ -36,7 +36,44 @@ TEST_F(EntryEditor, EachBoxFiltersItsKeysAndBeepsForTheRefused)
         EXPECT_EQ(passes, c.passes) << "part " << static_cast<int>(c.box.Part) << " index "
                                     << c.box.Index << " kind " << c.kind;
     }
-    EXPECT_EQ(FilterKey(form, {FormPart::ToolName}, '/', messages), '/'); // not a numeric box
+    EXPECT_EQ(FilterKey(form, {FormPart::Limit}, '"', messages), '"'); // not a box
+}
+
+TEST_F(EntryEditor, TheToolNameTakesNoDoubleQuoteTypedNorLeavesWithAPastedOne)
+{
+    const FormField name{FormPart::ToolName};
+    const int others[] = {'/', '-', 'a', ' ', '\'', 0xDF, 0x5DE5, KeyBackspace};
+    for (const int key : others) {
+        EXPECT_EQ(FilterKey(form, name, key, messages), key) << key;
+    }
+    EXPECT_EQ(messages.beeps, 0);
+    EXPECT_EQ(FilterKey(form, name, '"', messages), 0);
+    EXPECT_EQ(messages.beeps, 1);
+    // A paste goes in whole; the box refuses it when left.
+    EXPECT_TRUE(FilterText(form, name, "D6 \"Garant\" 3/4", messages));
+    EXPECT_EQ(messages.beeps, 1);
+
+    form.ToolName.Text = "D6 \"Garant\" 3/4";
+    EXPECT_EQ(Leave(name), EntryOutcome::Refused);
+    EXPECT_EQ(LastMessage(), "No quotes.");
+    EXPECT_EQ(messages.shown.back().icon, MessageIcon::Exclamation);
+    EXPECT_EQ(form.ToolName.Text, "D6 \"Garant\" 3/4");
+
+    for (const char *accepted : {"D6 'Garant' 3/4", "", "D6 Garant 3/4 HSS-E"}) {
+        form.ToolName.Text = accepted;
+        EXPECT_EQ(Leave(name), EntryOutcome::Accepted) << accepted;
+    }
+    EXPECT_EQ(messages.shown.size(), 1u);
+}
+
+// The store keeps the first 20 characters, a character being a code point;
+// the count beside the name box must count the same way.
+TEST_F(EntryEditor, TheNameCountCountsCodePointsNotBytes)
+{
+    EXPECT_EQ(NameCharacters(""), 0u);
+    EXPECT_EQ(NameCharacters("Ma\xC3\x9F 12"), 6u);            // two-byte sharp s
+    EXPECT_EQ(NameCharacters("\xE5\xB7\xA5\xE5\x85\xB7"), 2u); // two kanji
+    EXPECT_EQ(NameCharacters("\xF0\x9F\x94\xA7 D6"), 4u);      // four-byte wrench
 }
 
 TEST_F(EntryEditor, PastedTextPassesOnlyWhenEveryCharacterWould)

@@ -71,15 +71,32 @@ TEST_F(Rows, TheSampleFileShowsEveryColumnAsTheKindAsks)
                                               "20 x 4 T-slot");
 }
 
-TEST_F(Rows, NamesAreCutByCharactersNotBytes)
+TEST_F(Rows, NamesAreDecodedFromTheCodePageAndCutByCharactersNotBytes)
 {
+    struct Case
+    {
+        int codePage;
+        std::string bytes;
+        std::string shown;
+    };
+    const Case cases[] = {
+        {1252, "\xE4\xF6\xFC" + std::string(20, 'x'),
+         "\xC3\xA4\xC3\xB6\xC3\xBC" + std::string(17, 'x')},
+        {932, "\x8D\x48\x8B\xEF" + std::string(20, 'x'),
+         "\xE5\xB7\xA5\xE5\x85\xB7" + std::string(18, 'x')},
+        // UTF-8 bytes are what the code page makes of them, as in the CAM system.
+        {1252, "\xC3\x98", "\xC3\x83\xCB\x9C"},
+    };
     ws.Table.InitialMagazine = 1;
     Slot(0).ToolKind = KindFla;
-    Slot(0).ToolComment = "\xC3\xA4\xC3\xB6\xC3\xBC" + std::string(20, 'x'); // UTF-8
+    for (const Case &c : cases) {
+        ws.Globals.CodePage = c.codePage;
+        Slot(0).ToolComment = c.bytes;
 
-    ASSERT_TRUE(FillToolList(ws, contents));
+        ASSERT_TRUE(FillToolList(ws, contents));
 
-    EXPECT_EQ(Cell(1, ListColumn::ToolName), "\xC3\xA4\xC3\xB6\xC3\xBC" + std::string(17, 'x'));
+        EXPECT_EQ(Cell(1, ListColumn::ToolName), c.shown) << c.codePage;
+    }
 }
 
 TEST(FormatSingle, RoundsHalfAwayFromZeroOnTheShortestDecimalText)

@@ -1,3 +1,4 @@
+#include "catalogue_choice.h"
 #include "native_file.h"
 #include "profile_file.h"
 #include "recording_message_service.h"
@@ -7,6 +8,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <utility>
+#include <vector>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -57,7 +60,9 @@ TEST_F(Startup, FillsAMissingSettingsFileAndTheNameTablesAndLeavesAClearedTable)
                                        "BUTTON FONT SIZE=11\r\n"
                                        "BUTTON FONT BOLD=1\r\n"
                                        "SUPPORT PEN MAX=16\r\n"
-                                       "Magazine Max=100\r\n");
+                                       "Magazine Max=100\r\n"
+                                       "[Files]\r\n"
+                                       "Code Page=1252\r\n");
     EXPECT_EQ(ws.Globals.IniPath, dir.file("QorTool.INI"));
     EXPECT_EQ(ws.Globals.MsgPath, dir.file("QORTool.msg"));
     EXPECT_EQ(ws.Globals.WorkDir, dir.path());
@@ -104,6 +109,29 @@ TEST_F(Startup, KeepsBoldOnForAnythingButZeroAnd100PositionsForAnImpossibleMagaz
         EXPECT_EQ(ws.Table.Slots.size(), 100u) << value;
         // Only a number that cannot be a magazine size is worth a message.
         EXPECT_EQ(messages.shown.size(), value == "abc" ? 0u : 1u) << value;
+    }
+}
+
+TEST_F(Startup, ReadsTheCodePageBeforeTheCatalogueAndFallsBackTo1252)
+{
+    const std::pair<const char *, int> cases[] = {
+        {"932", 932}, {"1251", 1251}, {"", 1252}, {"Shift-JIS", 1252}, {"65001", 1252}};
+    // "ツール" in Shift-JIS: not UTF-8, so read in the configured code page.
+    const std::string catalogue =
+        SmallCatalogue + "[String]\r\nStr80=\x83\x63\x81\x5B\x83\x8B\r\n" + std::string(80, '\n');
+
+    for (const auto &[value, codePage] : cases) {
+        ASSERT_EQ(Start(std::string("[Files]\r\nCode Page=") + value + "\r\n", catalogue), 0);
+
+        EXPECT_EQ(ws.Globals.CodePage, codePage) << value;
+        EXPECT_EQ(ws.Text("String", "Str80") == "\xE3\x83\x84\xE3\x83\xBC\xE3\x83\xAB",
+                  codePage == 932)
+            << value;
+        // An empty value is replaced by the default; another stays as typed.
+        const std::string written = *value == '\0' ? "1252" : value;
+        EXPECT_NE(dir.read("QorTool.INI").find("Code Page=" + written + "\r\n"), std::string::npos)
+            << value;
+        messages.shown.clear();
     }
 }
 
@@ -204,11 +232,72 @@ TEST_F(Startup, StartsFromAFolderWithAnyCharactersAndUsesTheSystemSeparatorThrou
 TEST_F(Startup, TakesTheCommandLineOverrides)
 {
     dir.write("other.msg", SmallCatalogue);
+    dir.write("Deutsch.msg", SmallCatalogue);
+    dir.write("QorTool.INI", "[Config]\r\nTEXT FILE=Deutsch.msg\r\n");
 
     EXPECT_EQ(RunStartup(ws, dir.path(), messages, StartupOverrides{dir.file("other.msg"), 7}), 0);
 
     EXPECT_EQ(ws.Globals.MsgPath, dir.file("other.msg"));
     EXPECT_EQ(ws.Table.Slots.size(), 7u);
+}
+
+// The small catalogue with the arbor flag captions of another language.
+std::string GermanCatalogue()
+{
+    std::string catalogue = SmallCatalogue;
+    catalogue.replace(catalogue.find("Straight"), 8, "Gerade");
+    return catalogue;
+}
+
+TEST_F(Startup, TheCatalogueChosenInTheInformationWindowIsLoadedAtTheNextStart)
+{
+    dir.write("Deutsch.msg", GermanCatalogue());
+    ASSERT_EQ(Start(), 0);
+    ChooseCatalogue(ws, messages, "Deutsch.msg");
+    const std::string settings = dir.read("QorTool.INI");
+
+    EXPECT_EQ(Start(), 0);
+
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(ws.Globals.MsgPath, dir.file("Deutsch.msg"));
+    EXPECT_EQ(ws.ArborFlagCaptions[0], "Gerade");
+    EXPECT_EQ(dir.read("QorTool.INI"), settings);
+}
+
+TEST_F(Startup, ACatalogueNamedButNotInTheProgramFolderGivesTheEnglishOneAndTheSettingStays)
+{
+    std::filesystem::create_directory(NativePath(dir.file("sub")));
+    dir.write(std::string("sub") + PathSeparator() + "Deutsch.msg", GermanCatalogue());
+    for (const std::string &name : std::vector<std::string>{
+             "Gone.msg", "", "sub", std::string("sub") + PathSeparator() + "Deutsch.msg"}) {
+        const std::string settings = "TEXT FILE=" + name + "\r\nMagazine Max=100\r\n";
+
+        EXPECT_EQ(Start(settings), 0) << name;
+
+        EXPECT_TRUE(messages.shown.empty()) << name;
+        EXPECT_EQ(ws.Globals.MsgPath, dir.file("QORTool.msg")) << name;
+        EXPECT_EQ(ws.ArborFlagCaptions[0], "Straight") << name;
+        // Only the information window writes the name, so none is filled in.
+        EXPECT_NE(dir.read("QorTool.INI").find("[Config]\r\n" + settings), std::string::npos)
+            << name;
+    }
+}
+
+TEST_F(Startup, AChosenCatalogueThatCannotBeLoadedIsNamedAndTheEnglishOneIsUsed)
+{
+    dir.write("Broken.msg", "[Config]\r\nVersion=1.70\r\nText5=outside any window section\r\n");
+
+    EXPECT_EQ(Start("TEXT FILE=Broken.msg\r\n"), 0);
+
+    ASSERT_EQ(messages.shown.size(), 1u);
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
+    EXPECT_NE(messages.shown[0].text.find("Broken.msg"), std::string::npos);
+    EXPECT_EQ(ws.Globals.MsgPath, dir.file("QORTool.msg"));
+    EXPECT_EQ(ws.ArborFlagCaptions[0], "Straight");
+
+    // The English catalogue broken too stops the start.
+    EXPECT_NE(Start("TEXT FILE=Broken.msg\r\n", "[Config]\r\nVersion=1.70\r\nText5=x\r\n"), 0);
+    EXPECT_EQ(messages.shown.size(), 2u);
 }
 
 } // namespace

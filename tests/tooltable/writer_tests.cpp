@@ -10,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <ostream>
 #include <random>
 #include <regex>
 #include <set>
@@ -88,9 +89,9 @@ TEST(ToolListWriter, HeaderTitleInitialMagazineAndFileArbor)
     // The fill counts characters of the UTF-8 title; a long title gets none.
     EXPECT_EQ(firstAndLast("", "7"),
               "#" + stars + "   " + std::string(24, ' ') + stars + "|INI = MAGAZINE07\r\n");
-    EXPECT_EQ(firstAndLast("Werkzeugliste \xC3\x84", " 100 "),
-              "#" + stars + "   Werkzeugliste \xC3\x84" + std::string(9, ' ') + stars +
-                  "|INI = MAGAZINE100\r\n");
+    EXPECT_EQ(firstAndLast("Werkzeugliste", " 100 "), "#" + stars + "   Werkzeugliste" +
+                                                          std::string(11, ' ') + stars +
+                                                          "|INI = MAGAZINE100\r\n");
     EXPECT_EQ(firstAndLast(std::string(30, 'T'), "2.5"),
               "#" + stars + "   " + std::string(30, 'T') + stars + "|INI = MAGAZINE02\r\n");
     // A box that holds no 16-bit number leaves the table's number.
@@ -102,6 +103,48 @@ TEST(ToolListWriter, HeaderTitleInitialMagazineAndFileArbor)
     table.DefaultArbor.Len = {10, 20.5f, 5, 7};
     EXPECT_EQ(Body(table), "ARBOR2/40,10,50,20.5,50,5\r\n");
 }
+
+struct TitleCase
+{
+    const char *name;
+    int codePage;
+    std::string title; // UTF-8, from the catalogue
+    std::string written;
+};
+
+void PrintTo(const TitleCase &c, std::ostream *out)
+{
+    *out << c.name;
+}
+
+class TitleLine : public testing::TestWithParam<TitleCase>
+{};
+
+// The title is written in the file's code page and filled to 24 characters;
+// a character the code page cannot hold becomes "?" (the line is a comment).
+TEST_P(TitleLine, IsWrittenInTheCodePage)
+{
+    const TitleCase &c = GetParam();
+    ToolTable table = MakeTable();
+
+    const std::string text = FormatToolList(table, WriteOptions{c.title, "1", c.codePage});
+
+    const std::string stars(20, '*');
+    EXPECT_EQ(text.substr(0, text.find("\r\n")), "#" + stars + "   " + c.written + stars);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Titles, TitleLine,
+    testing::Values(
+        TitleCase{"Umlaut1252", 1252, "Werkzeugliste \xC3\x84", "Werkzeugliste \xC4         "},
+        TitleCase{"Katakana932", 932,
+                  "ATC\xE3\x83\x84\xE3\x83\xBC\xE3\x83\xAB\xE3\x83\xAA\xE3\x82\xB9\xE3\x83\x88",
+                  "ATC\x83\x63\x81\x5B\x83\x8B\x83\x8A\x83\x58\x83\x67" + std::string(15, ' ')},
+        TitleCase{"Katakana1252", 1252,
+                  "ATC\xE3\x83\x84\xE3\x83\xBC\xE3\x83\xAB\xE3\x83\xAA\xE3\x82\xB9\xE3\x83\x88",
+                  "ATC??????" + std::string(15, ' ')},
+        TitleCase{"SlashedO932", 932, "\xC3\x98 tools", "? tools" + std::string(17, ' ')}),
+    [](const testing::TestParamInfo<TitleCase> &info) { return info.param.name; });
 
 TEST(ToolListWriter, EachKindWritesItsNumbersInItsOwnOrder)
 {

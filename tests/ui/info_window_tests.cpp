@@ -94,5 +94,22 @@ TEST_F(InfoUi, ACatalogueInTheProgramFolderIsRememberedForTheNextStart)
     EXPECT_EQ(LabelText("Rangage"), "German.msg");
 }
 
+TEST_F(StartedProgram, TheInformationWindowShowsTheCatalogueChosenForThisStart)
+{
+    std::string second = SourceFile("data/QORTool.msg");
+    second.replace(second.find("About QORTool"), 13, "Info QORTool");
+    app.write("Second.msg", second);
+
+    StartProgram("[Config]\r\nTEXT FILE=Second.msg\r\n");
+    ToolListWindow list(ws, messages);
+    list.show();
+    QTest::mouseClick(Find<QPushButton>(list, "Command9"), Qt::LeftButton);
+    auto *info = list.findChild<InfoWindow *>("Info");
+    ASSERT_NE(info, nullptr);
+
+    EXPECT_EQ(info->windowTitle(), "Info QORTool");
+    EXPECT_EQ(Find<QLabel>(*info, "Rangage")->text(), "Second.msg");
+}
+
 } // namespace
 } // namespace qor::test

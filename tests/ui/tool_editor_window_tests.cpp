@@ -207,6 +207,75 @@ TEST_F(EditorUi, EnterStoresAndEscapeCancels)
     EXPECT_FALSE(editor->isVisible());
 }
 
+TEST_F(EditorUi, TheToolNameTakesNoDoubleQuoteAndShowsWhereItsTwentyCharactersEnd)
+{
+    Open(7);
+    QLineEdit *name = Box("ToolName");
+    auto *count = Find<QLabel>(*editor, "ToolNameCount");
+    ASSERT_NE(count, nullptr);
+    EXPECT_EQ(count->text(), "17/20"); // "R1 ball finishing" as loaded
+    const QColor normal = count->palette().color(QPalette::Active, QPalette::WindowText);
+
+    Retype(name, "D6 \"Garant\" 3/4");
+
+    EXPECT_EQ(name->text(), "D6 Garant 3/4");
+    EXPECT_EQ(messages.beeps, 2);
+    EXPECT_EQ(count->text(), "13/20");
+
+    // A pasted quote goes in, and the box keeps the focus until it is gone.
+    QApplication::clipboard()->setText("\"");
+    name->end(false);
+    QTest::keySequence(name, QKeySequence::Paste);
+    Box("Para_0")->setFocus(Qt::TabFocusReason);
+    Settle();
+
+    EXPECT_EQ(TakeMessage().text, Msg("MSG28-1"));
+    EXPECT_EQ(QApplication::focusWidget(), name);
+    EXPECT_FALSE(editor->keepB_Click());
+    EXPECT_EQ(TakeMessage().text, Msg("MSG28-1"));
+    EXPECT_EQ(ws.Table.Slots[6].ToolComment, "R1 ball finishing");
+
+    Retype(name, "ABCDEFGHIJKLMNOPQRSTUVWXY");
+
+    EXPECT_EQ(count->text(), "25/20");
+    EXPECT_NE(count->palette().color(QPalette::Active, QPalette::WindowText), normal);
+    EXPECT_TRUE(editor->keepB_Click());
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(ws.Table.Slots[6].ToolComment, "ABCDEFGHIJKLMNOPQRST");
+
+    QTest::keyClick(name, Qt::Key_Backspace); // the 24 left are still too many
+    EXPECT_EQ(count->text(), "24/20");
+    Retype(name, QString(20, 'x'));
+    EXPECT_EQ(count->text(), "20/20");
+    EXPECT_EQ(count->palette().color(QPalette::Active, QPalette::WindowText), normal);
+}
+
+TEST_F(EditorUi, TheToolNameKeepsTheFocusWhileTheCodePageCannotHoldACharacterOfIt)
+{
+    Open(7);
+    QLineEdit *name = Box("ToolName");
+    name->setFocus(Qt::TabFocusReason);
+    Settle();
+
+    QApplication::clipboard()->setText(QString::fromUtf8("\xE5\xB7\xA5")); // 工, not in 1252
+    name->end(false);
+    QTest::keySequence(name, QKeySequence::Paste);
+    Box("Para_0")->setFocus(Qt::TabFocusReason);
+    Settle();
+
+    EXPECT_TRUE(TakeMessage().text.starts_with(Msg("MSG27-1") + " \"\xE5\xB7\xA5\" (U+5DE5)"));
+    EXPECT_EQ(QApplication::focusWidget(), name);
+    EXPECT_FALSE(editor->keepB_Click());
+    TakeMessage();
+    EXPECT_EQ(ws.Table.Slots[6].ToolComment, "R1 ball finishing");
+
+    Retype(name, QString::fromUtf8("R1 \xC3\x98")); // Ø is
+
+    EXPECT_TRUE(editor->keepB_Click());
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(ws.Table.Slots[6].ToolComment, "R1 \xD8");
+}
+
 TEST_F(EditorUi, ArborSectionsAreEditedUnderTheScrollBarAndCancelledTogether)
 {
     Open(3); // ARBOR3/20,30,1,34,40,0,63,16,0

@@ -74,6 +74,7 @@ std::vector<CatalogueKey> BuildKeys()
         .Subs(85, 2, 4)
         .Subs(86, 1, 1)
         .Subs(92, 2, 3)
+        .One(96)
         .AppendTo(keys);
 
     KeyList("frmInfo", "Text").Range(0, 9).One(11).Range(13, 14).AppendTo(keys);
@@ -107,7 +108,11 @@ std::vector<CatalogueKey> BuildKeys()
         .Subs(24, 1, 2)
         .Subs(25, 1, 6)
         .Subs(26, 1, 6)
+        .Subs(27, 1, 4)
+        .Subs(28, 1, 1)
         .Subs(29, 1, 3)
+        .Subs(30, 1, 14)
+        .Subs(31, 1, 19)
         .AppendTo(keys);
 
     return keys;

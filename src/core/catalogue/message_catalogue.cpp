@@ -100,7 +100,8 @@ std::string_view CleanValue(std::string_view value)
 
 // Where the text ends when only its first `maxLines` lines are read (a line
 // ends at CR LF, LF or a lone CR). The terminators are the same bytes in UTF-8
-// and Windows-1252, so this can run before decoding.
+// and in the code pages (no second byte of a character is CR or LF), so this
+// can run before decoding.
 std::size_t EndOfFirstLines(std::string_view text, int maxLines)
 {
     int lines = 0;
@@ -191,19 +192,20 @@ int SectionNumber(std::string_view name)
     return 0;
 }
 
-Status MessageCatalogue::Load(const std::string &path)
+Status MessageCatalogue::Load(const std::string &path, int codePage)
 {
     auto bytes = ReadWholeFile(path, MaxCatalogueBytes);
     if (!bytes) {
         return bytes.error();
     }
-    return LoadFromBytes(bytes.value(), path);
+    return LoadFromBytes(bytes.value(), path, codePage);
 }
 
-Status MessageCatalogue::LoadFromBytes(std::string_view bytes, const std::string &name)
+Status MessageCatalogue::LoadFromBytes(std::string_view bytes, const std::string &name,
+                                       int codePage)
 {
     MessageCatalogue loaded;
-    loaded.m_text = DecodeTextFile(bytes.substr(0, EndOfFirstLines(bytes, MaxLines)));
+    loaded.m_text = DecodeTextFile(bytes.substr(0, EndOfFirstLines(bytes, MaxLines)), codePage);
     const std::string_view text = loaded.m_text;
 
     int lineCount = 0;

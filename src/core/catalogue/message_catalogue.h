@@ -1,5 +1,6 @@
 #pragma once
 
+#include "code_page.h"
 #include "result.h"
 
 #include <array>
@@ -40,13 +41,15 @@ public:
     // known section, numbers an entry at or beyond the file's line count, or
     // gives a number outside the 16-bit range; the error names the file and
     // the line.
-    // On failure the catalogue keeps what it held before. UTF-8 (with or
-    // without BOM) and Windows-1252 files are decoded to UTF-8. Lines past
-    // the first MaxLines are ignored.
-    Status Load(const std::string &path);
+    // On failure the catalogue keeps what it held before. A file that is
+    // valid UTF-8 (with or without BOM) is taken as UTF-8, any other as text
+    // in `codePage` (the "Code Page" setting). Lines past the first MaxLines
+    // are ignored.
+    Status Load(const std::string &path, int codePage = DefaultCodePage);
 
     // Loads from bytes already in memory; `name` is used in error messages.
-    Status LoadFromBytes(std::string_view bytes, const std::string &name);
+    Status LoadFromBytes(std::string_view bytes, const std::string &name,
+                         int codePage = DefaultCodePage);
 
     // The text of `key` in `section`, or "" when there is none.
     std::string GetText(std::string_view section, std::string_view key) const;

@@ -42,17 +42,18 @@ std::string Reason(int error)
     return std::generic_category().message(error);
 }
 
-Error FileError(const std::string &what, const std::string &path, int error)
+// "Cannot read", "Cannot write" ... a file, with the system's reason; `key`
+// is the catalogue's text of the same.
+Error FileError(const char *key, const std::string &what, const std::string &path, int error)
 {
-    return Error{what + " \"" + path + "\": " + Reason(error) + "."};
+    return KeyedError(key, {path, Reason(error)},
+                      what + " \"" + path + "\": " + Reason(error) + ".");
 }
 
-Error KeyedError(const char *key, std::string sentence)
-{
-    Error error(std::move(sentence));
-    error.key = key;
-    return error;
-}
+constexpr const char *KeyCannotRead = "MSG30-1";
+constexpr const char *KeyCannotWrite = "MSG30-2";
+constexpr const char *KeyCannotCopy = "MSG30-3";
+constexpr const char *KeyCannotReplace = "MSG30-4";
 
 bool SyncToDisk(std::FILE *file)
 {
@@ -137,7 +138,7 @@ Result<std::string> CopyToTemporary(const std::string &from, const fs::path &lik
     int error = 0;
     std::FILE *copy = CreateTemporary(like, made, error);
     if (!copy) {
-        return FileError("Cannot copy", from, error);
+        return FileError(KeyCannotCopy, "Cannot copy", from, error);
     }
     std::fclose(copy);
     fs::remove(NativePath(made));
@@ -197,7 +198,8 @@ Status AtomicFileWriter::Open(const std::string &path)
     m_errno = 0;
     std::error_code ec;
     if (path.empty() || fs::is_directory(NativePath(path), ec)) {
-        return Error{"Cannot write \"" + path + "\": the name is a folder, not a file."};
+        return KeyedError("MSG30-5", {path},
+                          "Cannot write \"" + path + "\": the name is a folder, not a file.");
     }
     auto resolved = ResolveSaveTarget(path);
     if (!resolved) {
@@ -207,8 +209,9 @@ Status AtomicFileWriter::Open(const std::string &path)
     const fs::path target = NativePath(m_target);
     const fs::path folder = target.parent_path();
     if (!folder.empty() && !fs::is_directory(folder, ec)) {
-        return Error{"Cannot write \"" + path + "\": the folder \"" + Utf8Path(folder) +
-                     "\" does not exist."};
+        return KeyedError("MSG30-6", {path, Utf8Path(folder)},
+                          "Cannot write \"" + path + "\": the folder \"" + Utf8Path(folder) +
+                              "\" does not exist.");
     }
     RemoveStaleTemporaryFiles(folder);
 
@@ -217,14 +220,14 @@ Status AtomicFileWriter::Open(const std::string &path)
     if (!m_file) {
         if (error == EACCES || error == EPERM || error == EROFS) {
             const std::string where = folder.empty() ? std::string(".") : Utf8Path(folder);
-            return KeyedError(KeyFolderNotWritable,
+            return KeyedError(KeyFolderNotWritable, {path, where, Reason(error)},
                               "Cannot save \"" + path +
                                   "\": no new file can be made in the folder \"" + where + "\" (" +
                                   Reason(error) +
                                   "). The new content is written beside the file first, so that "
                                   "the old file is never half overwritten.");
         }
-        return FileError("Cannot write", path, error);
+        return FileError(KeyCannotWrite, "Cannot write", path, error);
     }
     std::setvbuf(m_file, nullptr, _IOFBF, 1 << 16);
 #ifndef _WIN32
@@ -238,7 +241,7 @@ Status AtomicFileWriter::Open(const std::string &path)
         if ((made.st_uid != existing.st_uid || made.st_gid != existing.st_gid) &&
             ::fchown(fileno(m_file), existing.st_uid, existing.st_gid) != 0) {
             Abandon();
-            return KeyedError(KeyOwnerNotKept,
+            return KeyedError(KeyOwnerNotKept, {path},
                               "Cannot save \"" + path +
                                   "\": the file belongs to another user or group, and a new file "
                                   "in its place could not keep them. Nothing was saved.");
@@ -284,7 +287,7 @@ Status AtomicFileWriter::Finish()
     if (m_failed) {
         int error = m_errno;
         Abandon();
-        return FileError("Cannot write", m_path, error);
+        return FileError(KeyCannotWrite, "Cannot write", m_path, error);
     }
     m_finished = true;
     return Success();
@@ -306,14 +309,16 @@ Status AtomicFileWriter::Replace()
     if (!replaced) {
         const std::string reason = std::system_category().message(static_cast<int>(GetLastError()));
         Abandon();
-        return Error{"Cannot replace \"" + m_path + "\": " + reason + "."};
+        return KeyedError(KeyCannotReplace, {m_path, reason},
+                          "Cannot replace \"" + m_path + "\": " + reason + ".");
     }
 #else
     std::error_code ec;
     fs::rename(NativePath(m_temporary), NativePath(m_target), ec);
     if (ec) {
         Abandon();
-        return Error{"Cannot replace \"" + m_path + "\": " + ec.message() + "."};
+        return KeyedError(KeyCannotReplace, {m_path, ec.message()},
+                          "Cannot replace \"" + m_path + "\": " + ec.message() + ".");
     }
 #endif
     m_temporary.clear();
@@ -348,9 +353,9 @@ AtomicFileWriter::CommitKeepingOriginal(const std::function<std::string(int)> &b
     };
     auto backupFailed = [this](const std::string &why) {
         Abandon();
-        return KeyedError(KeyBackupFailed, "Cannot keep the original of \"" + m_path +
-                                               "\" as a backup: " + why +
-                                               ". Nothing was saved; the file is unchanged.");
+        return KeyedError(KeyBackupFailed, {m_path, why},
+                          "Cannot keep the original of \"" + m_path + "\" as a backup: " + why +
+                              ". Nothing was saved; the file is unchanged.");
     };
 
 #ifdef _WIN32
@@ -458,13 +463,13 @@ Status CopyToNewFile(const std::string &from, const std::string &to)
 {
     std::FILE *source = OpenFile(from, "rb");
     if (!source) {
-        return FileError("Cannot read", from, errno);
+        return FileError(KeyCannotRead, "Cannot read", from, errno);
     }
     std::FILE *copy = CreateNewFile(to);
     if (!copy) {
         int error = errno;
         std::fclose(source);
-        return FileError("Cannot write", to, error);
+        return FileError(KeyCannotWrite, "Cannot write", to, error);
     }
     int error = 0;
     char buffer[1 << 16];
@@ -487,7 +492,7 @@ Status CopyToNewFile(const std::string &from, const std::string &to)
     if (error != 0) {
         std::error_code ec;
         fs::remove(NativePath(to), ec);
-        return FileError("Cannot copy to", to, error);
+        return FileError(KeyCannotCopy, "Cannot copy to", to, error);
     }
     return Success();
 }
@@ -503,8 +508,10 @@ Result<std::string> ReadWholeFile(const std::string &path, std::uintmax_t maxSiz
     const std::uintmax_t size = fs::file_size(NativePath(path), ec);
     if (!ec && size > maxSize) {
         std::fclose(file);
-        return Error{"Cannot read \"" + path + "\": it holds " + std::to_string(size) +
-                     " bytes, more than such a file ever has (" + std::to_string(maxSize) + ")."};
+        return KeyedError("MSG30-11", {path, std::to_string(size), std::to_string(maxSize)},
+                          "Cannot read \"" + path + "\": it holds " + std::to_string(size) +
+                              " bytes, more than such a file ever has (" + std::to_string(maxSize) +
+                              ").");
     }
     std::string content;
     char buffer[1 << 16];
@@ -513,15 +520,19 @@ Result<std::string> ReadWholeFile(const std::string &path, std::uintmax_t maxSiz
         content.append(buffer, got);
         if (content.size() > maxSize) {
             std::fclose(file);
-            return Error{"Cannot read \"" + path + "\": it holds more than " +
-                         std::to_string(maxSize) + " bytes, more than such a file ever has."};
+            std::string over = ">";
+            over += std::to_string(maxSize);
+            return KeyedError("MSG30-11", {path, over, std::to_string(maxSize)},
+                              "Cannot read \"" + path + "\": it holds more than " +
+                                  std::to_string(maxSize) +
+                                  " bytes, more than such a file ever has.");
         }
     }
     bool failed = std::ferror(file) != 0;
     int error = errno;
     std::fclose(file);
     if (failed) {
-        return FileError("Cannot read", path, error);
+        return FileError(KeyCannotRead, "Cannot read", path, error);
     }
     return content;
 }

@@ -27,6 +27,12 @@ std::string Common::GetIniString(std::string_view section, std::string_view key,
     return value.substr(0, value.find('\0'));
 }
 
+std::string Common::ReadIniString(std::string_view section, std::string_view key) const
+{
+    std::string value = m_file.Read(section, key);
+    return value.substr(0, value.find('\0'));
+}
+
 std::int16_t Common::WriteIniString(std::string_view section, std::string_view key,
                                     std::string_view value) const
 {

@@ -24,6 +24,10 @@ public:
     std::string GetIniString(std::string_view section, std::string_view key,
                              std::string_view defaultValue) const;
 
+    // The value of `key` in `section`; "" when missing. Writes nothing, for
+    // keys that only a window writes.
+    std::string ReadIniString(std::string_view section, std::string_view key) const;
+
     // Writes a value (at most 256 characters of it); 1 when written, 0 when
     // the file could not be written.
     std::int16_t WriteIniString(std::string_view section, std::string_view key,

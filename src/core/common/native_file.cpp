@@ -28,9 +28,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// `what`: "a folder", "a pipe (FIFO)", "a device" or anything else.
 Error NotAFile(const std::string &path, const char *what)
 {
-    return Error{"Cannot read \"" + path + "\": it is " + what + ", not a file."};
+    const std::string_view kind = what;
+    const char *key = kind == "a folder"        ? "MSG30-7"
+                      : kind == "a pipe (FIFO)" ? "MSG30-8"
+                      : kind == "a device"      ? "MSG30-9"
+                                                : "MSG30-10";
+    return KeyedError(key, {path}, "Cannot read \"" + path + "\": it is " + what + ", not a file.");
 }
 
 #ifdef _WIN32
@@ -54,7 +60,8 @@ const char *KindOf(fs::file_type type)
 
 Error CannotOpen(const std::string &path, int error)
 {
-    return Error{"Cannot read \"" + path + "\": " + std::generic_category().message(error) + "."};
+    const std::string reason = std::generic_category().message(error);
+    return KeyedError("MSG30-1", {path, reason}, "Cannot read \"" + path + "\": " + reason + ".");
 }
 
 } // namespace

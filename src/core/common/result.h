@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 #include <variant>
+#include <vector>
 
 namespace qor {
 
@@ -17,11 +18,23 @@ struct Error
 
     std::string message;
     // The catalogue key (section "MSG") of the text a window shows in place of
-    // `message`, when there is one; `message` then adds the details.
+    // `message`, when there is one, and what takes the places "%1", "%2" ...
+    // in that text.
     std::string key;
+    std::vector<std::string> args;
     int line = 0;
     std::string lineText;
 };
+
+// An error with the catalogue key of its text and the arguments of that text,
+// and its English sentence for where no catalogue is at hand.
+inline Error KeyedError(std::string key, std::vector<std::string> args, std::string english)
+{
+    Error error(std::move(english));
+    error.key = std::move(key);
+    error.args = std::move(args);
+    return error;
+}
 
 // Either a value or an Error; the core returns these instead of throwing.
 template <typename T> class [[nodiscard]] Result

@@ -24,13 +24,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-Error Refusal(const char *key, const std::string &sentence)
-{
-    Error error(sentence);
-    error.key = key;
-    return error;
-}
-
 bool ReadOnly(const fs::path &file)
 {
     std::error_code ec;
@@ -99,18 +92,20 @@ Result<std::string> ResolveSaveTarget(const std::string &path)
         return resolved;
     }
     if (status.type() != fs::file_type::regular) {
-        return Refusal(KeyNotAFile, "Cannot save \"" + path + "\": it is not a file.");
+        return KeyedError(KeyNotAFile, {path}, "Cannot save \"" + path + "\": it is not a file.");
     }
     if (ReadOnly(target)) {
-        return Refusal(KeyReadOnly,
-                       "Cannot save \"" + path + "\": the file is read-only. Nothing was saved.");
+        return KeyedError(KeyReadOnly, {path},
+                          "Cannot save \"" + path +
+                              "\": the file is read-only. Nothing was saved.");
     }
     const auto links = HardLinkCount(target);
     if (links > 1) {
-        return Refusal(KeyHardLinks,
-                       "Cannot save \"" + path + "\": the file has " + std::to_string(links - 1) +
-                           " other name(s) (hard links), which would keep the old content. "
-                           "Nothing was saved.");
+        return KeyedError(KeyHardLinks, {path, std::to_string(links - 1)},
+                          "Cannot save \"" + path + "\": the file has " +
+                              std::to_string(links - 1) +
+                              " other name(s) (hard links), which would keep the old content. "
+                              "Nothing was saved.");
     }
     return resolved;
 }

@@ -1,11 +1,11 @@
 #include "editor_rules.h"
 
+#include "code_page.h"
 #include "current_slot.h"
 #include "feed_limit_forms.h"
 #include "flag_hold.h"
 #include "kind_table.h"
 #include "numeric_text.h"
-#include "text_decoding.h"
 
 #include <algorithm>
 
@@ -386,7 +386,8 @@ void EditorRules::LoadSlot(const ToolSlot &slot)
     }
 
     m_form.ToolNameBytes = slot.ToolComment;
-    WriteText(m_form.ToolName, {FormPart::ToolName}, DecodeTextFile(slot.ToolComment));
+    WriteText(m_form.ToolName, {FormPart::ToolName},
+              DecodeCodePage(slot.ToolComment, m_ws.Globals.CodePage));
     Assign(m_form.Arbor.Index, ListPosition(slot.ArborMode), {FormPart::Arbor});
     ApplyArbor();
     Assign(m_form.LenDef.Index, ListPosition(slot.LengthMode), {FormPart::LenDef});

@@ -1,12 +1,9 @@
 #include "editor_store.h"
 
 #include "numeric_text.h"
-#include "text_decoding.h"
 
 namespace qor {
 namespace {
-
-constexpr std::size_t CommentCharacters = 20;
 
 // The first `count` characters of UTF-8 text (a character is a lead byte and
 // its continuation bytes).
@@ -146,12 +143,22 @@ void StoreLimit(const LimitForm &limit, ToolSlot &slot)
 
 } // namespace
 
-std::string CommentToStore(const EditorForm &form)
+EncodedText CommentToStore(const EditorForm &form, int codePage)
 {
-    if (form.ToolName.Text == DecodeTextFile(form.ToolNameBytes)) {
-        return form.ToolNameBytes;
+    // Bytes the code page does not define show as U+FFFD, which it cannot
+    // hold: only an untouched name keeps them.
+    if (form.ToolName.Text == DecodeCodePage(form.ToolNameBytes, codePage)) {
+        return {form.ToolNameBytes, {}};
     }
-    return std::string(TrimSpaces(FirstCharacters(form.ToolName.Text, CommentCharacters)));
+    return EncodeCodePage(TrimSpaces(FirstCharacters(form.ToolName.Text, CommentCharacters)),
+                          codePage);
+}
+
+std::string UnheldCharacterText(const Workspace &ws, std::string_view character)
+{
+    return ws.Text("MSG", "MSG27-1") + " \"" + std::string(character) + "\" (" +
+           CodePointName(character) + ")" + ws.Text("MSG", "MSG27-2") + " " +
+           std::to_string(ws.Globals.CodePage) + " " + ws.Text("MSG", "MSG27-3");
 }
 
 StoreOutcome StoreForm(EditorForm &form, Workspace &ws, MessageService &messages)
@@ -177,6 +184,12 @@ StoreOutcome StoreForm(EditorForm &form, Workspace &ws, MessageService &messages
                       MessageIcon::Exclamation, MessageButtons::Ok);
         return {false, FormField{FormPart::MagNo}};
     }
+    EncodedText comment = CommentToStore(form, ws.Globals.CodePage);
+    if (!comment.Unheld.empty()) {
+        messages.Show(UnheldCharacterText(ws, comment.Unheld), MessageIcon::Exclamation,
+                      MessageButtons::Ok);
+        return {false, FormField{FormPart::ToolName}};
+    }
     if (const std::optional<FormField> bad = FirstNonNumeric(form)) {
         return Refuse(form, ws, messages, *bad);
     }
@@ -192,7 +205,7 @@ StoreOutcome StoreForm(EditorForm &form, Workspace &ws, MessageService &messages
     for (std::size_t i = 0; i < ParaCount; ++i) {
         *values[i] = Value(form.Para[i]);
     }
-    slot.ToolComment = CommentToStore(form);
+    slot.ToolComment = std::move(comment.Bytes);
     form.ToolNameBytes = slot.ToolComment;
     slot.ArborMode = static_cast<std::int16_t>(form.Arbor.Index);
     slot.LengthMode = static_cast<std::int16_t>(form.LenDef.Index);

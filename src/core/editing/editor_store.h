@@ -1,11 +1,13 @@
 #pragma once
 
+#include "code_page.h"
 #include "editor_form.h"
 #include "message_service.h"
 #include "workspace.h"
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace qor {
 
@@ -28,9 +30,19 @@ struct StoreOutcome
 // the slot keeps its kind. The form keeps showing what was stored.
 StoreOutcome StoreForm(EditorForm &form, Workspace &workspace, MessageService &messages);
 
+// How many characters of an edited tool name the store keeps.
+inline constexpr std::size_t CommentCharacters = 20;
+
 // The comment the store writes: the loaded bytes when the tool name is
-// unchanged, else its first 20 characters trimmed of blanks at both ends
-// (leading blanks count against the 20).
-std::string CommentToStore(const EditorForm &form);
+// unchanged, else its first CommentCharacters characters trimmed of blanks at
+// both ends (leading blanks count against them), in `codePage`. When the code
+// page cannot hold one of those characters, Unheld names the first one; keepB
+// then shows UnheldCharacterText and stores nothing.
+EncodedText CommentToStore(const EditorForm &form, int codePage);
+
+// The refusal of a tool name character that the workspace's code page cannot
+// hold: "MSG27-1", the character in quotes and its code point, "MSG27-2",
+// the code page, "MSG27-3".
+std::string UnheldCharacterText(const Workspace &workspace, std::string_view character);
 
 } // namespace qor

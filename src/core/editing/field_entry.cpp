@@ -1,5 +1,6 @@
 #include "field_entry.h"
 
+#include "editor_store.h"
 #include "flag_hold.h"
 #include "kind_table.h"
 #include "numeric_text.h"
@@ -183,7 +184,55 @@ EntryOutcome LengthBoxLeft(EditorRules &rules, int index, MessageService &messag
     return EntryOutcome::Accepted;
 }
 
+// NumKey, then the numeric box's own rule.
+int NumericBoxKey(const EditorForm &form, FormField box, int key)
+{
+    const int remaining = NumKey(key);
+    if (box.Part == FormPart::Pen) {
+        return remaining == KeyBackspace || IsDigit(remaining) ? remaining : 0;
+    }
+    return remaining == KeyMinus && !MinusAllowed(form, box) ? 0 : remaining;
+}
+
+// A double quote would end the name in the file: what follows it is lost.
+EntryOutcome NameQuoteLeft(EditorRules &rules, MessageService &messages)
+{
+    if (rules.Form().ToolName.Text.find(static_cast<char>(KeyQuote)) != std::string::npos) {
+        return Refuse(rules, messages, "MSG28-1");
+    }
+    return EntryOutcome::Accepted;
+}
+
+// The tool list file holds the name in its code page: a character the code
+// page does not have is refused, never replaced.
+EntryOutcome NameCodePageLeft(EditorRules &rules, MessageService &messages)
+{
+    const Workspace &ws = rules.Ws();
+    const EncodedText comment = CommentToStore(rules.Form(), ws.Globals.CodePage);
+    if (comment.Unheld.empty()) {
+        return EntryOutcome::Accepted;
+    }
+    messages.Show(UnheldCharacterText(ws, comment.Unheld), MessageIcon::Exclamation,
+                  MessageButtons::Ok);
+    return EntryOutcome::Refused;
+}
+
+// The checks of the tool name, each its own function; the first refusal
+// wins.
+EntryOutcome ToolNameLeft(EditorRules &rules, MessageService &messages)
+{
+    if (NameQuoteLeft(rules, messages) == EntryOutcome::Refused) {
+        return EntryOutcome::Refused;
+    }
+    return NameCodePageLeft(rules, messages);
+}
+
 } // namespace
+
+int NameKey(int key)
+{
+    return key == KeyQuote ? 0 : key;
+}
 
 int NumKey(int key)
 {
@@ -195,16 +244,13 @@ int NumKey(int key)
 
 int FilterKey(const EditorForm &form, FormField box, int key, MessageService &messages)
 {
-    if (BoxText(form, box) == nullptr) {
+    int remaining = 0;
+    if (box.Part == FormPart::ToolName) {
+        remaining = NameKey(key);
+    } else if (BoxText(form, box) == nullptr) {
         return key;
-    }
-    int remaining = NumKey(key);
-    if (box.Part == FormPart::Pen) {
-        if (remaining != KeyBackspace && !IsDigit(remaining)) {
-            remaining = 0;
-        }
-    } else if (remaining == KeyMinus && !MinusAllowed(form, box)) {
-        remaining = 0;
+    } else {
+        remaining = NumericBoxKey(form, box, key);
     }
     if (remaining == 0) {
         messages.Beep();
@@ -252,8 +298,22 @@ EntryOutcome BoxTextChanged(EditorRules &rules, FormField box, MessageService &m
     }
 }
 
+std::size_t NameCharacters(std::string_view name)
+{
+    std::size_t characters = 0;
+    for (const char c : name) {
+        if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
+            ++characters;
+        }
+    }
+    return characters;
+}
+
 EntryOutcome LeaveBox(EditorRules &rules, FormField box, MessageService &messages)
 {
+    if (box.Part == FormPart::ToolName) {
+        return ToolNameLeft(rules, messages);
+    }
     const std::string *text = BoxText(rules.Form(), box);
     if (text == nullptr) {
         return EntryOutcome::Accepted;

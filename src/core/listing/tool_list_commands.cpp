@@ -1,8 +1,10 @@
 #include "tool_list_commands.h"
 
 #include "atomic_file.h"
+#include "message_text.h"
 #include "native_file.h"
 #include "numeric_text.h"
+#include "text_decoding.h"
 #include "tool_list_reader.h"
 #include "tool_list_writer.h"
 
@@ -27,11 +29,6 @@ bool FolderExists(const std::string &path)
     }
     std::error_code error;
     return std::filesystem::is_directory(NativePath(folder), error);
-}
-
-std::string Quoted(const std::string &path)
-{
-    return "\"" + path + "\"";
 }
 
 } // namespace
@@ -64,11 +61,16 @@ bool ToolListCommands::Read(const std::string &path)
         return true;
     case ReadOutcome::FormatError: {
         std::string text = m_ws.Text("MSG", "MSG7") + "\n\n" + path;
-        if (result.error.line > 0) {
-            text += "\nLine " + std::to_string(result.error.line) + ": " + result.error.message;
-        } else {
-            text += "\n" + result.error.message;
+        // The line quoted in the reason is the file's bytes, in its code page.
+        Error error = result.error;
+        if (error.line > 0 && !error.args.empty()) {
+            error.args.front() = DecodeTextFile(error.args.front(), m_ws.Globals.CodePage);
         }
+        const std::string reason = ErrorText(m_ws.Catalogue, error);
+        text +=
+            "\n" + (result.error.line > 0 ? MessageText(m_ws.Catalogue, "MSG30-12",
+                                                        {std::to_string(result.error.line), reason})
+                                          : reason);
         if (result.looks != FileLooks::ToolList) {
             text += "\n\n" + FileLooksText(m_ws, result.looks);
         }
@@ -94,8 +96,7 @@ bool ToolListCommands::Read(const std::string &path)
     }
     if (FileExists(path)) {
         // It is there but could not be opened: creating it would be wrong.
-        m_messages.Show("Cannot read " + Quoted(path) + ": " + result.error.message,
-                        MessageIcon::Exclamation);
+        m_messages.Show(ErrorText(m_ws.Catalogue, result.error), MessageIcon::Exclamation);
         return false;
     }
     const std::string question =
@@ -125,9 +126,9 @@ bool ToolListCommands::CreateEmptyFile(const std::string &path)
     std::FILE *file = CreateNewFile(path);
     if (file == nullptr) {
         const int error = errno;
-        m_messages.Show("Cannot create " + Quoted(path) + ": " +
-                            std::generic_category().message(error) + ".",
-                        MessageIcon::Exclamation);
+        m_messages.Show(
+            MessageText(m_ws.Catalogue, "MSG30-13", {path, std::generic_category().message(error)}),
+            MessageIcon::Exclamation);
         return false;
     }
     std::fclose(file);
@@ -156,14 +157,11 @@ bool ToolListCommands::Save(const std::string &path, const std::string &magIniTe
     }
     WriteOptions options;
     options.title = m_ws.Text("String", "Str80");
+    options.codePage = m_ws.Globals.CodePage;
     options.magIniText = magIniText;
     if (Status written = WriteToolListFile(m_ws.Table, path, options); !written) {
-        // A refusal with a catalogue text shows it above the details.
-        const Error &error = written.error();
-        const std::string text = error.key.empty()
-                                     ? error.message
-                                     : m_ws.Text("MSG", error.key) + "\r\n\r\n" + error.message;
-        m_messages.Show(text, MessageIcon::Exclamation, MessageButtons::Ok, Title);
+        m_messages.Show(ErrorText(m_ws.Catalogue, written.error()), MessageIcon::Exclamation,
+                        MessageButtons::Ok, Title);
         return false;
     }
     // What is there now is what this run wrote: the next save asks nothing.

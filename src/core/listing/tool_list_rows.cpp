@@ -1,7 +1,7 @@
 #include "tool_list_rows.h"
 
+#include "code_page.h"
 #include "numeric_text.h"
-#include "text_decoding.h"
 
 #include <algorithm>
 #include <charconv>
@@ -209,7 +209,7 @@ bool FillToolList(const Workspace &workspace, ToolListContents &contents)
         row.corner = slot.CornerRad;
         row.shift = slot.ShiftValue;
         if (!slot.ToolComment.empty()) {
-            const std::string name = DecodeTextFile(slot.ToolComment);
+            const std::string name = DecodeCodePage(slot.ToolComment, workspace.Globals.CodePage);
             const std::string_view shown = FirstCharacters(name, ToolNameLength);
             if (rows.m_names.size() + shown.size() <= std::numeric_limits<std::uint32_t>::max()) {
                 row.nameBegin = static_cast<std::uint32_t>(rows.m_names.size());

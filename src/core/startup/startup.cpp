@@ -1,10 +1,12 @@
 #include "startup.h"
 
 #include "atomic_file.h"
+#include "message_text.h"
 #include "native_file.h"
 #include "numeric_text.h"
 
 #include <string_view>
+#include <vector>
 
 namespace qor {
 
@@ -12,6 +14,7 @@ namespace {
 
 constexpr int ExitCatalogueMissing = 1;
 constexpr int ExitCatalogueBroken = 2;
+constexpr const char *DefaultCatalogue = "QORTool.msg";
 
 // Reads one display key: the start-up value stays unless the text is a
 // 16-bit number.
@@ -24,9 +27,10 @@ void ReadDisplaySize(const Common &settings, std::string_view key, std::string_v
     }
 }
 
-std::int16_t ReadMagazineMax(const Common &settings, MessageService &messages)
+std::int16_t ReadMagazineMax(const Workspace &workspace, MessageService &messages)
 {
     constexpr std::int16_t fallback = 100;
+    const Common &settings = workspace.Settings;
     std::string text = settings.GetIniString("Config", "Magazine Max", "100");
     if (!IsNumeric(text)) {
         return fallback;
@@ -35,12 +39,50 @@ std::int16_t ReadMagazineMax(const Common &settings, MessageService &messages)
     if (value && *value >= 1) {
         return *value;
     }
-    messages.Show("The setting \"Magazine Max\" in \"" + settings.IniPath() + "\" is " +
-                      std::string(TrimSpaces(text)) +
-                      ", but the magazine must have from 1 to 32767 positions.\r\n"
-                      "The program uses 100 positions. Correct the setting and start again.",
-                  MessageIcon::Exclamation, MessageButtons::Ok, "QORTool");
+    // The catalogue is loaded by now; an old one without the text gets the
+    // English sentence.
+    const std::vector<std::string> args{settings.IniPath(), std::string(TrimSpaces(text))};
+    std::string message = MessageText(workspace.Catalogue, "MSG30-14", args);
+    if (workspace.Catalogue.GetText("MSG", "MSG30-14").empty()) {
+        message = FillIn("The setting \"Magazine Max\" in \"%1\" is %2, but the magazine must "
+                         "have from 1 to 32767 positions. The program uses 100 positions. "
+                         "Correct the setting and start again.",
+                         args);
+    }
+    messages.Show(message, MessageIcon::Exclamation, MessageButtons::Ok, "QORTool");
     return fallback;
+}
+
+// The catalogue that "TEXT FILE" names (the information window's choice)
+// when it is a file in the program's folder, else the English one. The key
+// is only read: the information window alone writes it.
+std::string ChosenCatalogue(const Common &settings, const std::string &appDir)
+{
+    const std::string name(TrimSpaces(settings.ReadIniString("Config", "TEXT FILE")));
+    if (!name.empty() && name.find_first_of("\\/") == std::string::npos &&
+        FileExists(appDir + name)) {
+        return appDir + name;
+    }
+    return appDir + DefaultCatalogue;
+}
+
+// Checks and loads one catalogue into the workspace as MsgPath; 0 when
+// loaded, else the exit status, after the message.
+int OpenCatalogue(Workspace &workspace, const std::string &path, MessageService &messages)
+{
+    workspace.Globals.MsgPath = path;
+    if (!FileExists(path)) {
+        messages.Show(CatalogueMissingText(path), MessageIcon::Critical, MessageButtons::Ok);
+        return ExitCatalogueMissing;
+    }
+    if (Common::GetProfileValue("Config", "Version", path) != ProgramVersion) {
+        messages.Show(OldCatalogueText(path), MessageIcon::Information, MessageButtons::Ok);
+    }
+    if (auto loaded = workspace.Catalogue.Load(path, workspace.Globals.CodePage); !loaded) {
+        messages.Show(loaded.error().message, MessageIcon::Critical, MessageButtons::Ok, "QORTool");
+        return ExitCatalogueBroken;
+    }
+    return 0;
 }
 
 } // namespace
@@ -86,21 +128,22 @@ int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &
     if (auto penMax = ToInt16(settings.GetIniString("Config", "SUPPORT PEN MAX", "16"))) {
         g.SupportPenMax = *penMax;
     }
+    // Before the catalogue: one that is not UTF-8 is in this code page.
+    g.CodePage = CodePageOfSetting(settings.GetIniString("Files", "Code Page", "1252"));
 
-    g.MsgPath = overrides.catalogue.value_or(g.AppDir + "QORTool.msg");
-    if (!FileExists(g.MsgPath)) {
-        messages.Show(CatalogueMissingText(g.MsgPath), MessageIcon::Critical, MessageButtons::Ok);
-        return ExitCatalogueMissing;
+    const std::string english = g.AppDir + DefaultCatalogue;
+    const std::string catalogue = overrides.catalogue.value_or(ChosenCatalogue(settings, g.AppDir));
+    int status = OpenCatalogue(workspace, catalogue, messages);
+    if (status != 0 && !overrides.catalogue && catalogue != english) {
+        // A chosen catalogue that cannot be loaded must not keep the program
+        // from starting: after its message the English one is used.
+        status = OpenCatalogue(workspace, english, messages);
     }
-    if (Common::GetProfileValue("Config", "Version", g.MsgPath) != ProgramVersion) {
-        messages.Show(OldCatalogueText(g.MsgPath), MessageIcon::Information, MessageButtons::Ok);
-    }
-    if (auto loaded = workspace.Catalogue.Load(g.MsgPath); !loaded) {
-        messages.Show(loaded.error().message, MessageIcon::Critical, MessageButtons::Ok, "QORTool");
-        return ExitCatalogueBroken;
+    if (status != 0) {
+        return status;
     }
 
-    g.MagazineMax = ReadMagazineMax(settings, messages);
+    g.MagazineMax = ReadMagazineMax(workspace, messages);
     if (overrides.magazineMax && *overrides.magazineMax >= 1) {
         g.MagazineMax = *overrides.magazineMax;
     }

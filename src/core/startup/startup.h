@@ -19,7 +19,9 @@ struct StartupOverrides
 
 // Runs the start-up steps that open no window: paths, settings (each key
 // written back with its default when missing or empty), the catalogue's
-// presence and version, the catalogue itself, the table sized from
+// presence and version, the catalogue itself (the one "TEXT FILE" names
+// when it is in the program's folder, else "QORTool.msg"; when the named one
+// cannot be loaded, "QORTool.msg" after the message), the table sized from
 // "Magazine Max", the name tables, and a cleared table. Messages go through
 // `messages`. Returns 0 when the program can go on to open its windows, and
 // the process exit status otherwise (the catalogue is missing or broken).

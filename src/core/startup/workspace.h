@@ -1,5 +1,6 @@
 #pragma once
 
+#include "code_page.h"
 #include "common.h"
 #include "message_catalogue.h"
 #include "tool_table.h"
@@ -28,6 +29,9 @@ struct StartupGlobals
     bool ButtonFontBold = true;
     std::int16_t SupportPenMax = 16;
     std::int16_t MagazineMax = 100;
+    // "Code Page" of section "Files": the Windows code page of tool list
+    // files (tool names, the title line) and of catalogues that are not UTF-8.
+    int CodePage = DefaultCodePage;
 };
 
 // Everything the program holds for the whole run: one per process, made by

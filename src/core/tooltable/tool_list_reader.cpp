@@ -179,7 +179,9 @@ private:
     bool Limit(std::string_view &rest);
 
     bool Number(std::string_view &text, float &value);
-    bool Fail(std::string_view what);
+    // Fails with the catalogue key of the reason, its arguments after the
+    // line (which is the first), and the English sentence.
+    bool Fail(const char *key, std::vector<std::string> args, std::string_view what);
     void NoteSkipped(std::uint32_t keyword);
 
     ToolSlot &Slot() { return m_table.Slots[static_cast<std::size_t>(m_table.CurrentSlot)]; }
@@ -214,6 +216,8 @@ ReadResult ToolListParser::Read(std::FILE *file)
                                    "line " +
                                        std::to_string(reader.lineNumber() + 1) + ".",
                                    reader.lineNumber() + 1);
+            m_result.error.key = "MSG31-18";
+            m_result.error.args = {std::to_string(reader.lineNumber() + 1)};
             break;
         }
         m_lineNumber = reader.lineNumber();
@@ -230,6 +234,8 @@ ReadResult ToolListParser::Read(std::FILE *file)
                                        " characters; tool list lines are short, so this is "
                                        "probably not a tool list file.",
                                    m_lineNumber, Shown(m_line, ShownLineLength));
+            m_result.error.key = "MSG31-19";
+            m_result.error.args = {std::to_string(m_lineNumber), std::to_string(MaxLineLength)};
             break;
         }
         if (!ParseLine(m_line)) {
@@ -324,13 +330,15 @@ bool ToolListParser::ParseItem(std::string_view &rest)
 bool ToolListParser::Initial(std::string_view &rest)
 {
     if (!DropThrough(rest, '=') || !StartsWithNoCase(rest, "MAGAZINE")) {
-        return Fail("the item \"INI\" needs \"= MAGAZINE\" and the initial magazine number, as "
+        return Fail("MSG31-1", {},
+                    "the item \"INI\" needs \"= MAGAZINE\" and the initial magazine number, as "
                     "in \"INI = MAGAZINE01\".");
     }
     int number = 0;
     const std::size_t digits = DigitRun(rest, 8, number);
     if (number > MagazineNumberMax) {
-        return Fail("the initial magazine number is out of range; it must lie between 0 and "
+        return Fail("MSG31-2", {},
+                    "the initial magazine number is out of range; it must lie between 0 and "
                     "32767.");
     }
     m_table.InitialMagazine = static_cast<std::int16_t>(number);
@@ -342,17 +350,21 @@ bool ToolListParser::Magazine(std::string_view &rest)
 {
     int number = 0;
     if (DigitRun(rest, 8, number) == 0) {
-        return Fail("the magazine item needs the position's number right after \"MAGAZINE\", as "
+        return Fail("MSG31-3", {},
+                    "the magazine item needs the position's number right after \"MAGAZINE\", as "
                     "in \"MAGAZINE01 = BAL/10,50\".");
     }
     if (number == 0) {
-        return Fail("magazine number 0 is no position; magazine numbers start at 1.");
+        return Fail("MSG31-4", {},
+                    "magazine number 0 is no position; magazine numbers start at 1.");
     }
     if (number > MagazineNumberMax) {
-        return Fail("magazine number out of range; it must lie between 1 and 32767.");
+        return Fail("MSG31-5", {},
+                    "magazine number out of range; it must lie between 1 and 32767.");
     }
     if (!DropThrough(rest, '=')) {
-        return Fail("the magazine item needs a \"=\" before its tool, as in "
+        return Fail("MSG31-6", {},
+                    "the magazine item needs a \"=\" before its tool, as in "
                     "\"MAGAZINE01 = BAL/10,50\".");
     }
     m_table.CurrentSlot = static_cast<std::int16_t>(number - 1);
@@ -363,8 +375,9 @@ bool ToolListParser::Magazine(std::string_view &rest)
 bool ToolListParser::Tool(std::int16_t kind, std::string_view &rest)
 {
     if (!DropThrough(rest, '/')) {
-        return Fail("the tool item \"" + std::string(KindWords[static_cast<std::size_t>(kind)]) +
-                    "\" needs a \"/\" before its numbers.");
+        return Fail("MSG31-7", {std::string(KindWords[static_cast<std::size_t>(kind)])},
+                    "the tool item \"" + std::string(KindWords[static_cast<std::size_t>(kind)]) +
+                        "\" needs a \"/\" before its numbers.");
     }
     const KindLayout &layout = KindLayouts[static_cast<std::size_t>(kind)];
     std::array<float, 7> values{};
@@ -379,8 +392,9 @@ bool ToolListParser::Tool(std::int16_t kind, std::string_view &rest)
         const std::string_view before = rest;
         auto read = ReadNumberPair(rest);
         if (!read) {
-            return Fail("the numbers \"" + NumberTextForMessage(before) +
-                        "\" are too large for a tool value.");
+            return Fail("MSG31-8", {NumberTextForMessage(before)},
+                        "the numbers \"" + NumberTextForMessage(before) +
+                            "\" are too large for a tool value.");
         }
         pair = *read;
     }
@@ -409,7 +423,8 @@ bool ToolListParser::Arbor(std::string_view &rest)
     const char digit = UpperAt(rest, 5);
     const std::int16_t type = digit == '2' ? 2 : digit == '3' ? 3 : 1;
     if (!DropThrough(rest, '/')) {
-        return Fail("the arbor item needs a \"/\" before its sections, as in \"ARBOR/20,30\".");
+        return Fail("MSG31-9", {},
+                    "the arbor item needs a \"/\" before its sections, as in \"ARBOR/20,30\".");
     }
     // Before the first magazine item an arbor is the file's default arbor.
     ArborSections &target = m_seenMagazine ? Slot().Arbor : m_table.DefaultArbor;
@@ -431,8 +446,9 @@ bool ToolListParser::Arbor(std::string_view &rest)
             const std::string_view before = rest;
             auto flag = ReadByteNumber(rest);
             if (!flag) {
-                return Fail("the arbor section flag \"" + NumberTextForMessage(before) +
-                            "\" is out of range; it must lie between 0 and 255.");
+                return Fail("MSG31-10", {NumberTextForMessage(before)},
+                            "the arbor section flag \"" + NumberTextForMessage(before) +
+                                "\" is out of range; it must lie between 0 and 255.");
             }
             sections.Flag[s] = *flag;
         }
@@ -448,7 +464,8 @@ bool ToolListParser::LengthItem(std::string_view &rest)
     const char digit = UpperAt(rest, 6);
     const std::int16_t mode = digit == '2' ? 2 : digit == '3' ? 3 : 1;
     if (!DropThrough(rest, '/')) {
-        return Fail("the length item needs a \"/\" before its lengths, as in \"LENGTH/50\".");
+        return Fail("MSG31-11", {},
+                    "the length item needs a \"/\" before its lengths, as in \"LENGTH/50\".");
     }
     ToolSlot &slot = Slot();
     auto lengths = slot.Len;
@@ -466,7 +483,8 @@ bool ToolListParser::LengthItem(std::string_view &rest)
 bool ToolListParser::Pen(std::string_view &rest)
 {
     if (!DropThrough(rest, '/')) {
-        return Fail("the pen item needs a \"/\" before its number, as in \"PEN/3\".");
+        return Fail("MSG31-12", {},
+                    "the pen item needs a \"/\" before its number, as in \"PEN/3\".");
     }
     const std::string_view before = rest;
     float value = 0;
@@ -475,8 +493,9 @@ bool ToolListParser::Pen(std::string_view &rest)
     }
     auto pen = RoundToInt16(value);
     if (!pen) {
-        return Fail("the pen number \"" + NumberTextForMessage(before) +
-                    "\" is out of range; it must lie between -32768 and 32767.");
+        return Fail("MSG31-13", {NumberTextForMessage(before)},
+                    "the pen number \"" + NumberTextForMessage(before) +
+                        "\" is out of range; it must lie between -32768 and 32767.");
     }
     Slot().PenNo = *pen;
     return true;
@@ -485,7 +504,8 @@ bool ToolListParser::Pen(std::string_view &rest)
 bool ToolListParser::Shift(std::string_view &rest)
 {
     if (!DropThrough(rest, '/')) {
-        return Fail("the shift item needs a \"/\" before its value, as in \"SHIFT/5\".");
+        return Fail("MSG31-14", {},
+                    "the shift item needs a \"/\" before its value, as in \"SHIFT/5\".");
     }
     float value = 0;
     if (!Number(rest, value)) {
@@ -503,7 +523,8 @@ bool ToolListParser::OptionFeed(std::string_view &rest)
     const char letter = UpperAt(rest, 5) == '(' ? UpperAt(rest, 6) : 'A';
     const std::size_t index = letter == 'V' ? 1 : letter == 'U' ? 2 : letter == 'D' ? 3 : 0;
     if (!DropThrough(rest, '/')) {
-        return Fail("the option feed item needs a \"/\" before its breakpoints, as in "
+        return Fail("MSG31-15", {},
+                    "the option feed item needs a \"/\" before its breakpoints, as in "
                     "\"OPT-F(A)/0,100,10\".");
     }
     ToolSlot &slot = Slot();
@@ -535,7 +556,8 @@ bool ToolListParser::Limit(std::string_view &rest)
                          : first == 'P'                ? 128
                                                        : 1;
     if (!DropThrough(rest, '/')) {
-        return Fail("the limit item needs a \"/\" before its values, as in \"LIMIT/5\".");
+        return Fail("MSG31-16", {},
+                    "the limit item needs a \"/\" before its values, as in \"LIMIT/5\".");
     }
     // The rest of the line is always a tail of it, so the line's last comma
     // answers this without searching the rest again for every item.
@@ -559,8 +581,9 @@ bool ToolListParser::Number(std::string_view &text, float &value)
     const std::string_view before = text;
     auto number = ReadNumber(text);
     if (!number) {
-        return Fail("the number \"" + NumberTextForMessage(before) +
-                    "\" is too large for a tool value.");
+        return Fail("MSG31-17", {NumberTextForMessage(before)},
+                    "the number \"" + NumberTextForMessage(before) +
+                        "\" is too large for a tool value.");
     }
     value = *number;
     return true;
@@ -586,14 +609,16 @@ void ToolListParser::NoteSkipped(std::uint32_t keyword)
     m_result.highestSkippedMagazine = std::max(m_result.highestSkippedMagazine, number);
 }
 
-bool ToolListParser::Fail(std::string_view what)
+bool ToolListParser::Fail(const char *key, std::vector<std::string> args, std::string_view what)
 {
     m_result.outcome = ReadOutcome::FormatError;
-    std::string message = "\"";
-    message += Shown(m_line, QuotedLineLength);
-    message += "\": ";
+    const std::string quoted = Shown(m_line, QuotedLineLength);
+    std::string message = "\"" + quoted + "\": ";
     message += what;
     m_result.error = Error(std::move(message), m_lineNumber, Shown(m_line, ShownLineLength));
+    m_result.error.key = key;
+    args.insert(args.begin(), quoted);
+    m_result.error.args = std::move(args);
     return false;
 }
 
@@ -614,17 +639,19 @@ ReadResult ReadToolListFile(ToolTable &table, const std::string &path)
     table.ForeignFile = true;
     if (!FileExists(path)) {
         std::error_code ec;
-        const bool present = std::filesystem::exists(NativePath(path), ec);
+        if (std::filesystem::exists(NativePath(path), ec)) {
+            return {
+                ReadOutcome::NotFound,
+                KeyedError("MSG30-10", {path}, "Cannot read \"" + path + "\": it is not a file.")};
+        }
         return {ReadOutcome::NotFound,
-                Error(present ? "it is not a file (a folder, a pipe or a device)."
-                              : "the file does not exist.")};
+                Error("Cannot read \"" + path + "\": the file does not exist.")};
     }
     // Opened only as a regular file, so that a pipe put in its place since
     // cannot make the read wait.
     auto opened = OpenRegularFile(path);
     if (!opened) {
-        return {ReadOutcome::NotFound,
-                Error("the file cannot be opened: " + opened.error().message)};
+        return {ReadOutcome::NotFound, opened.error()};
     }
     std::FILE *file = opened.value();
     ReadResult result = ReadToolListStream(table, file);

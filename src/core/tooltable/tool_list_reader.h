@@ -44,8 +44,8 @@ struct ReadResult
 // Reads a tool list file into the table. `ForeignFile` is set first, and
 // cleared again when the file carries the "edited with QORTool" mark.
 // NotFound (no such file, a folder, a path that cannot be probed, or a file
-// that cannot be opened; `error.message` says which) leaves the rest of the
-// table as it was. Otherwise the table is cleared first; on FormatError it
+// that cannot be opened; `error` says which, naming the file) leaves the rest
+// of the table as it was. Otherwise the table is cleared first; on FormatError it
 // keeps what the items before the faulty one gave, and `error` holds the
 // sentence, the 1-based line and the line's text (cut for display). After
 // Read and FormatError `CurrentSlot` is `InitialMagazine` - 1; a file without

@@ -39,7 +39,8 @@ void AppendTwoDigits(std::string &out, int value)
     AppendInteger(out, value);
 }
 
-// Characters, not bytes, decide the title's fill: the title is UTF-8.
+// Characters, not bytes, decide the title's fill: counted in the UTF-8 title,
+// since each becomes one character of the code page or one "?".
 std::size_t CharacterCount(std::string_view text)
 {
     std::size_t count = 0;
@@ -59,7 +60,7 @@ public:
         m_out += '#';
         m_out += Stars.substr(0, 20);
         m_out += "   ";
-        m_out += options.title;
+        m_out += EncodeCodePageReplacing(options.title, options.codePage);
         std::size_t length = CharacterCount(options.title);
         if (length < TitleWidth) {
             m_out.append(TitleWidth - length, ' ');

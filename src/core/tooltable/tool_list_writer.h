@@ -1,5 +1,6 @@
 #pragma once
 
+#include "code_page.h"
 #include "result.h"
 #include "tool_table.h"
 
@@ -9,9 +10,12 @@ namespace qor {
 
 struct WriteOptions
 {
-    std::string title;      // the file's title line text (catalogue "Str80")
+    std::string title;      // the file's title line text (catalogue "Str80"), UTF-8
     std::string magIniText; // the initial magazine number as typed; when empty or not a
                             // 16-bit number, the table's InitialMagazine is written
+    // The title is written in this code page; a character it cannot hold
+    // becomes "?" (the line is a comment). Tool names are written as they are.
+    int codePage = DefaultCodePage;
 };
 
 // Saves the table as a tool list file. The new content is written to a

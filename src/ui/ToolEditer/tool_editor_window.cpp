@@ -16,16 +16,19 @@
 #include "tool_drawing.h"
 #include "tool_fset_window.h"
 #include "tool_limit_window.h"
+#include "typed_key_filter.h"
 #include "window_look.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
+#include <QFontMetrics>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPalette>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -128,6 +131,18 @@ void ToolEditorWindow::BuildControls()
     }
     m_toolName = new QLineEdit(this);
     m_toolName->setObjectName(QStringLiteral("ToolName"));
+    new TypedKeyFilter(m_toolName, [this](int key) {
+        return FilterKey(m_form, {FormPart::ToolName}, key, m_messages) != 0;
+    });
+    m_checker->Watch(m_toolName, [this] { return BoxLeft({FormPart::ToolName}); });
+    m_toolNameCount = new QLabel(this);
+    m_toolNameCount->setObjectName(QStringLiteral("ToolNameCount"));
+    m_toolNameCount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    QFont countFont = m_toolNameCount->font();
+    countFont.setBold(true);
+    // Wide enough for three digits, so that typing does not move the box.
+    m_toolNameCount->setMinimumWidth(
+        QFontMetrics(countFont).horizontalAdvance(QStringLiteral("000/00")));
     for (int i = 0; i < ParaCount; ++i) {
         m_para[static_cast<std::size_t>(i)] =
             MakeBox(QStringLiteral("Para_%1").arg(i), {FormPart::Para, i});
@@ -217,7 +232,10 @@ void ToolEditorWindow::BuildLayout()
     head->addWidget(m_tool, 0, 3);
     head->addWidget(m_newB, 0, 4);
     head->addWidget(label(3), 1, 0);
-    head->addWidget(m_toolName, 1, 1, 1, 4);
+    auto *name = new QHBoxLayout;
+    name->addWidget(m_toolName, 1);
+    name->addWidget(m_toolNameCount);
+    head->addLayout(name, 1, 1, 1, 4);
     head->setColumnStretch(3, 1);
 
     m_shapeFrame = frame("Frame12");
@@ -336,6 +354,8 @@ void ToolEditorWindow::SetCaptions()
     m_throwComment->setText(text("Text86"));
     m_shift->setToolTip(text("Text74"));
     m_pen->setToolTip(text("Text75"));
+    m_toolName->setToolTip(text("Text96"));
+    m_toolNameCount->setToolTip(text("Text96"));
     for (int k = 0; k < LengthBoxCount; ++k) {
         m_lengths[static_cast<std::size_t>(k)]->setToolTip(
             text(LengthTips[static_cast<std::size_t>(k)]));
@@ -372,6 +392,7 @@ void ToolEditorWindow::Connect()
     connect(m_tool, &QComboBox::activated, this, [this](int index) { m_rules.SelectKind(index); });
     connect(m_toolName, &QLineEdit::textEdited, this,
             [this](const QString &text) { m_form.ToolName.Text = text.toStdString(); });
+    connect(m_toolName, &QLineEdit::textChanged, this, [this] { RefreshNameCount(); });
     connect(m_lenDef, &QComboBox::activated, this,
             [this](int index) { ChooseLengthDefinition(m_rules, index, m_messages); });
     connect(m_arbor, &QComboBox::activated, this,
@@ -458,6 +479,8 @@ QWidget *ToolEditorWindow::WidgetOf(FormField field) const
         return index < m_arbD.size() ? m_arbD[index] : nullptr;
     case FormPart::ArbH:
         return index < m_arbH.size() ? m_arbH[index] : nullptr;
+    case FormPart::ToolName:
+        return m_toolName;
     default:
         return nullptr;
     }
@@ -544,6 +567,7 @@ void ToolEditorWindow::Refresh(FormField field)
 
 void ToolEditorWindow::RefreshAll()
 {
+    RefreshNameCount();
     for (const FormPart part :
          {FormPart::MagNo, FormPart::Tool, FormPart::ToolName, FormPart::keepLD, FormPart::Shift,
           FormPart::Pen, FormPart::Arbor, FormPart::LenDef, FormPart::Check1, FormPart::Check2,
@@ -615,11 +639,32 @@ void ToolEditorWindow::RefreshMagazine()
     // Magazine 0 (or none) edits the file's default arbor: the tool's own
     // fields take no input then.
     const bool tool = MagazineNumber() >= 1;
-    for (QWidget *part : std::initializer_list<QWidget *>{
-             m_tool, m_toolName, m_shapeFrame, m_lengthFrame, m_shiftFrame, m_newB, m_command2}) {
+    for (QWidget *part :
+         std::initializer_list<QWidget *>{m_tool, m_toolName, m_toolNameCount, m_shapeFrame,
+                                          m_lengthFrame, m_shiftFrame, m_newB, m_command2}) {
         part->setEnabled(tool);
     }
     m_command1->setEnabled(tool && m_form.Command1Enabled);
+}
+
+void ToolEditorWindow::RefreshNameCount()
+{
+    // Counted as the store counts, so the count turns red exactly where the
+    // stored name would be cut.
+    const std::size_t characters = NameCharacters(m_toolName->text().toStdString());
+    const bool cut = characters > CommentCharacters;
+    m_toolNameCount->setText(QStringLiteral("%1/%2").arg(characters).arg(CommentCharacters));
+    // Red and bold past the limit; greyed like any label while disabled.
+    QPalette palette = this->palette();
+    if (cut) {
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            palette.setColor(group, QPalette::WindowText, QColor(0xC0, 0x00, 0x00));
+        }
+    }
+    m_toolNameCount->setPalette(palette);
+    QFont font = m_toolNameCount->font();
+    font.setBold(cut);
+    m_toolNameCount->setFont(font);
 }
 
 int ToolEditorWindow::MagazineNumber() const

@@ -93,6 +93,7 @@ private:
     void RefreshArbor();
     void RefreshGridRow(int row);
     void RefreshMagazine();
+    void RefreshNameCount();
 
     // The whole value of MagNo; 0 for none.
     int MagazineNumber() const;
@@ -113,6 +114,7 @@ private:
     QLineEdit *m_magNo = nullptr;
     QComboBox *m_tool = nullptr;
     QLineEdit *m_toolName = nullptr;
+    QLabel *m_toolNameCount = nullptr; // characters typed / kept by the store
     std::array<NumericBox *, ParaCount> m_para{};
     QComboBox *m_lenDef = nullptr;
     QLineEdit *m_keepLD = nullptr;

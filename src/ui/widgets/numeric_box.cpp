@@ -1,5 +1,7 @@
 #include "numeric_box.h"
 
+#include "typed_key_filter.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -29,13 +31,7 @@ void NumericBox::keyPressEvent(QKeyEvent *event)
         event->accept();
         return;
     }
-    int key = 0;
-    if (event->key() == Qt::Key_Backspace) {
-        key = 8;
-    } else if (!event->text().isEmpty() && event->text().at(0).isPrint() &&
-               !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
-        key = event->text().at(0).unicode();
-    }
+    const int key = TypedKey(*event);
     if (key != 0 && m_keyFilter && !m_keyFilter(key)) {
         event->accept();
         return;
