@@ -7,11 +7,13 @@
 // of a file it writes, where Windows keeps the lines it does not touch, so a written file is
 // compared only where the two agree: the values read back through the real reader, the text
 // encoding, and the key line that was written with its line end.
+#include "native_file.h"
 #include "profile_file.h"
 #include "temp_dir.h"
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
@@ -28,23 +30,15 @@
 namespace qor {
 namespace {
 
+// Text through the same conversions the program's paths take.
 std::wstring Wide(std::string_view utf8)
 {
-    int size =
-        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), wide.data(), size);
-    return wide;
+    return NativePath(utf8).native();
 }
 
 std::string Utf8(std::wstring_view wide)
 {
-    int size = WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), nullptr,
-                                   0, nullptr, nullptr);
-    std::string utf8(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), utf8.data(), size,
-                        nullptr, nullptr);
-    return utf8;
+    return Utf8Path(std::filesystem::path(std::wstring(wide)));
 }
 
 // The real functions, with the buffer size the program uses.
