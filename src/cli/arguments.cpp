@@ -110,6 +110,13 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
             firstError = Error(std::move(message));
         }
     };
+    // No system passes a NUL inside an argument; one would cut a file name
+    // short where the system reads it.
+    for (const std::string &arg : args) {
+        if (arg.find('\0') != std::string::npos) {
+            return Error("an argument holds a NUL character.");
+        }
+    }
 
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string &arg = args[i];

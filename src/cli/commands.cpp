@@ -95,13 +95,14 @@ int CountTools(const ToolTable &table)
 std::string NextBackupName(const std::string &path)
 {
     const std::string base = path.size() > 4 ? path.substr(0, path.size() - 4) : std::string();
-    for (int n = 1;; ++n) {
+    for (int n = 1; n < 100000; ++n) {
         std::string name = base + "_org" + std::to_string(n) + ".TTL";
         std::error_code ec;
         if (!std::filesystem::exists(NativePath(name), ec)) {
             return name;
         }
     }
+    return {};
 }
 
 // Nobody is there to ask, so what the editor would ask about is refused:

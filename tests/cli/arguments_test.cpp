@@ -77,6 +77,7 @@ TEST(ParseArguments, NamesTheFirstMistakeInOneLine)
         {{"check"}, "needs a tool list file"},
         {{"--magazine-max", "20", "catalogue-check"}, "needs a catalogue file"},
         {{"check", "a.ttl", "b.ttl"}, "unexpected argument 'b.ttl'"},
+        {{"normalize", std::string("Atc.TTL\0\x02", 9)}, "holds a NUL character"},
         {{"check", "a.ttl", "--verbose"}, "unknown option '--verbose'"},
         {{"check", "-x", "a.ttl"}, "unknown option '-x'"},
         {{"check", "a.ttl", "--magazine-max"}, "needs a value"},

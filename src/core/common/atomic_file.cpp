@@ -540,7 +540,8 @@ Result<std::string> ReadWholeFile(const std::string &path, std::uintmax_t maxSiz
 bool FileExists(const std::string &path)
 {
     std::error_code ec;
-    return !path.empty() && fs::is_regular_file(NativePath(path), ec);
+    return !path.empty() && path.find('\0') == std::string::npos &&
+           fs::is_regular_file(NativePath(path), ec);
 }
 
 } // namespace qor

@@ -58,6 +58,13 @@ const char *KindOf(fs::file_type type)
 }
 #endif
 
+// No system takes a NUL inside a name; a narrow call would cut the name short
+// there and open another file.
+bool HoldsNul(const std::string &path)
+{
+    return path.find('\0') != std::string::npos;
+}
+
 Error CannotOpen(const std::string &path, int error)
 {
     const std::string reason = std::generic_category().message(error);
@@ -109,11 +116,18 @@ std::string Utf8Path(const fs::path &path)
 
 std::FILE *OpenFile(const std::string &utf8Path, const char *mode)
 {
+    if (HoldsNul(utf8Path)) {
+        errno = EINVAL;
+        return nullptr;
+    }
     return _wfopen(Wide(utf8Path).c_str(), Wide(mode).c_str());
 }
 
 Result<std::FILE *> OpenRegularFile(const std::string &utf8Path)
 {
+    if (HoldsNul(utf8Path)) {
+        return CannotOpen(utf8Path, EINVAL);
+    }
     std::error_code ec;
     const fs::file_status status = fs::status(NativePath(utf8Path), ec);
     if (!ec && status.type() != fs::file_type::regular &&
@@ -128,6 +142,10 @@ Result<std::FILE *> OpenRegularFile(const std::string &utf8Path)
 
 std::FILE *CreateNewFile(const std::string &utf8Path)
 {
+    if (HoldsNul(utf8Path)) {
+        errno = EINVAL;
+        return nullptr;
+    }
     int descriptor = _wopen(Wide(utf8Path).c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY,
                             _S_IREAD | _S_IWRITE);
     if (descriptor < 0) {
@@ -164,11 +182,18 @@ std::string Utf8Path(const fs::path &path)
 
 std::FILE *OpenFile(const std::string &utf8Path, const char *mode)
 {
+    if (HoldsNul(utf8Path)) {
+        errno = EINVAL;
+        return nullptr;
+    }
     return std::fopen(utf8Path.c_str(), mode);
 }
 
 Result<std::FILE *> OpenRegularFile(const std::string &utf8Path)
 {
+    if (HoldsNul(utf8Path)) {
+        return CannotOpen(utf8Path, EINVAL);
+    }
     // Non-blocking, so that opening a pipe does not wait for a writer.
     const int descriptor = ::open(utf8Path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) {
@@ -204,6 +229,10 @@ Result<std::FILE *> OpenRegularFile(const std::string &utf8Path)
 
 std::FILE *CreateNewFile(const std::string &utf8Path)
 {
+    if (HoldsNul(utf8Path)) {
+        errno = EINVAL;
+        return nullptr;
+    }
     return std::fopen(utf8Path.c_str(), "wbx");
 }
 

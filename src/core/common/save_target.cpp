@@ -68,6 +68,10 @@ std::uintmax_t HardLinkCount(const fs::path &file)
 
 Result<std::string> ResolveSaveTarget(const std::string &path)
 {
+    if (path.find('\0') != std::string::npos) {
+        return KeyedError("MSG30-2", {path, "the name holds a NUL character"},
+                          "Cannot write \"" + path + "\": the name holds a NUL character.");
+    }
     // A full path: ReplaceFileW refuses bare names, and a relative link is
     // resolved against the folder of the link.
     std::error_code ec;
