@@ -33,6 +33,7 @@ if [ "$fuzz_seconds" -gt 0 ]; then
             catalogue_fuzzer) cp data/QORTool.msg "$corpus"/ ;;
             profile_fuzzer) cp fuzz/seeds/*.ini "$corpus"/ ;;
             command_line_fuzzer) cp fuzz/seeds/*.args "$corpus"/ ;;
+            recovery_fuzzer) cp fuzz/seeds/*.recovery "$corpus"/ ;;
         esac
         log=build/fuzz/$name.log
         echo "-- $name"

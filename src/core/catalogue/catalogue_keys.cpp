@@ -113,6 +113,9 @@ std::vector<CatalogueKey> BuildKeys()
         .Subs(29, 1, 3)
         .Subs(30, 1, 14)
         .Subs(31, 1, 19)
+        .Subs(32, 1, 9)
+        .Subs(33, 1, 5)
+        .Subs(34, 1, 5)
         .AppendTo(keys);
 
     return keys;

@@ -9,6 +9,10 @@ LineReader::LineReader(std::FILE *file, std::size_t maxLineLength)
     : m_file(file), m_maxLineLength(maxLineLength), m_buffer(1 << 16)
 {}
 
+LineReader::LineReader(std::string_view text, std::size_t maxLineLength)
+    : m_text(text), m_maxLineLength(maxLineLength)
+{}
+
 void LineReader::CountLine()
 {
     // A file of billions of empty lines must not overflow the count.
@@ -23,6 +27,15 @@ bool LineReader::Fill()
         return false;
     }
     m_begin = 0;
+    if (m_file == nullptr) {
+        // The text is one chunk.
+        m_data = m_text.data();
+        m_end = m_text.size();
+        m_text = {};
+        m_eof = m_end == 0;
+        return !m_eof;
+    }
+    m_data = m_buffer.data();
     m_end = std::fread(m_buffer.data(), 1, m_buffer.size(), m_file);
     if (m_end == 0) {
         if (std::ferror(m_file)) {
@@ -52,12 +65,12 @@ LineReader::Status LineReader::Next(std::string &line)
         }
         if (m_skipLineFeed) {
             m_skipLineFeed = false;
-            if (m_buffer[m_begin] == '\n') {
+            if (m_data[m_begin] == '\n') {
                 ++m_begin;
                 continue;
             }
         }
-        const char *start = m_buffer.data() + m_begin;
+        const char *start = m_data + m_begin;
         std::size_t available = m_end - m_begin;
         const char *stop = start;
         const char *limit = start + available;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace qor {
@@ -25,6 +26,9 @@ public:
 
     LineReader(std::FILE *file, std::size_t maxLineLength);
 
+    // Reads the lines of text in memory, which must outlive the reader.
+    LineReader(std::string_view text, std::size_t maxLineLength);
+
     Status Next(std::string &line);
 
     // 1-based number of the line last returned.
@@ -34,9 +38,11 @@ private:
     bool Fill();
     void CountLine();
 
-    std::FILE *m_file;
+    std::FILE *m_file = nullptr;
+    std::string_view m_text; // read without a file
     std::size_t m_maxLineLength;
     std::vector<char> m_buffer;
+    const char *m_data = nullptr; // the chunk: in m_buffer, or m_text
     std::size_t m_begin = 0;
     std::size_t m_end = 0;
     bool m_eof = false;

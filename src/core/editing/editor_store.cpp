@@ -71,12 +71,19 @@ std::string BoxCaption(const EditorForm &form, const Workspace &ws, FormField fi
     return caption.empty() ? name : caption;
 }
 
+StoreOutcome Refused(FormField field)
+{
+    StoreOutcome outcome;
+    outcome.Refused = field;
+    return outcome;
+}
+
 StoreOutcome Refuse(const EditorForm &form, Workspace &ws, MessageService &messages,
                     FormField field)
 {
     messages.Show(BoxCaption(form, ws, field) + ": " + ws.Text("MSG", "MSG1"),
                   MessageIcon::Exclamation, MessageButtons::Ok);
-    return {false, field};
+    return Refused(field);
 }
 
 bool LimitValueInUse(const LimitForm &limit, int i)
@@ -172,23 +179,27 @@ StoreOutcome StoreForm(EditorForm &form, Workspace &ws, MessageService &messages
         return Refuse(form, ws, messages, {FormPart::MagNo});
     }
     ToolTable &table = ws.Table;
+    StoreOutcome stored;
+    stored.Stored = true;
     if (*magazine <= 0) {
+        stored.Change = MakeFileArborChange(
+            table, FileArbor{static_cast<std::int16_t>(form.Arbor.Index), form.Sections});
         table.DefaultArborType = static_cast<std::int16_t>(form.Arbor.Index);
         table.DefaultArbor = form.Sections;
         form.SavedSections = form.Sections;
-        return {true, std::nullopt};
+        return stored;
     }
     if (*magazine > static_cast<int>(table.Slots.size())) {
         messages.Show(ws.Text("MSG", "MSG17-1") + " " + std::to_string(table.Slots.size()) + " " +
                           ws.Text("MSG", "MSG17-2"),
                       MessageIcon::Exclamation, MessageButtons::Ok);
-        return {false, FormField{FormPart::MagNo}};
+        return Refused(FormField{FormPart::MagNo});
     }
     EncodedText comment = CommentToStore(form, ws.Globals.CodePage);
     if (!comment.Unheld.empty()) {
         messages.Show(UnheldCharacterText(ws, comment.Unheld), MessageIcon::Exclamation,
                       MessageButtons::Ok);
-        return {false, FormField{FormPart::ToolName}};
+        return Refused(FormField{FormPart::ToolName});
     }
     if (const std::optional<FormField> bad = FirstNonNumeric(form)) {
         return Refuse(form, ws, messages, *bad);
@@ -196,6 +207,7 @@ StoreOutcome StoreForm(EditorForm &form, Workspace &ws, MessageService &messages
 
     table.CurrentSlot = static_cast<std::int16_t>(*magazine - 1);
     ToolSlot &slot = table.Slots[static_cast<std::size_t>(table.CurrentSlot)];
+    const ToolSlot before = slot;
     if (form.Tool.Index >= 0) {
         slot.ToolKind = static_cast<std::int16_t>(form.Tool.Index);
     }
@@ -226,7 +238,8 @@ StoreOutcome StoreForm(EditorForm &form, Workspace &ws, MessageService &messages
         slot.OptFeedVal = form.OptionFeed.FeedVal;
     }
     StoreLimit(form.Limit, slot);
-    return {true, std::nullopt};
+    stored.Change = MakeSlotChange(table.CurrentSlot, before, slot);
+    return stored;
 }
 
 } // namespace qor

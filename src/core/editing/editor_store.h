@@ -3,6 +3,7 @@
 #include "code_page.h"
 #include "editor_form.h"
 #include "message_service.h"
+#include "table_change.h"
 #include "workspace.h"
 
 #include <optional>
@@ -16,6 +17,10 @@ struct StoreOutcome
     bool Stored = false;
     // The box that stopped the store, for the window to put the focus into.
     std::optional<FormField> Refused;
+    // What the store changed in the table, already made there (Store or
+    // FileArbor); nothing when it stored nothing or the table stayed as it
+    // was. An undo stack takes it as it is.
+    std::optional<TableChange> Change;
 };
 
 // keepB: stores what the form shows into the table at the magazine number in

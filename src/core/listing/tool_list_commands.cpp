@@ -31,6 +31,14 @@ bool FolderExists(const std::string &path)
     return std::filesystem::is_directory(NativePath(folder), error);
 }
 
+// The answer of a command that goes on without changing the table.
+TableChange UnchangedTable(ChangeKind kind)
+{
+    TableChange change;
+    change.Kind = kind;
+    return change;
+}
+
 } // namespace
 
 ToolListCommands::ToolListCommands(Workspace &workspace, MessageService &messages,
@@ -210,46 +218,80 @@ bool ToolListCommands::RowSelected(int row)
     return false;
 }
 
-std::optional<int> ToolListCommands::Edit(int row)
+std::optional<TableChange> ToolListCommands::EditChange(int row)
 {
     if (!RowSelected(row)) {
         return std::nullopt;
     }
-    ToolTable &table = m_ws.Table;
-    table.CurrentSlot = static_cast<std::int16_t>(row);
+    const ToolTable &table = m_ws.Table;
+    TableChange change = UnchangedTable(ChangeKind::NewTool);
     if (!table.Slots[static_cast<std::size_t>(row)].HasTool()) {
-        NewDataSet(table, row);
+        change = *MakeNewTool(table, row);
     }
-    return row;
+    change.Focus = {row, row};
+    return change;
 }
 
-std::optional<int> ToolListCommands::NewTool()
+std::optional<int> ToolListCommands::Edit(int row)
 {
-    ToolTable &table = m_ws.Table;
+    std::optional<TableChange> change = EditChange(row);
+    if (!change) {
+        return std::nullopt;
+    }
+    ApplyChange(m_ws.Table, *change, ChangeDirection::Redo);
+    return change->Focus.After;
+}
+
+std::optional<TableChange> ToolListCommands::NewToolChange()
+{
+    const ToolTable &table = m_ws.Table;
     const int slot = FirstFreeSlot(table);
     if (slot < 0) {
         m_messages.Beep();
         m_messages.Show(m_ws.Text("MSG", "MSG14"), MessageIcon::Exclamation);
         return std::nullopt;
     }
-    table.CurrentSlot = static_cast<std::int16_t>(slot);
-    NewDataSet(table, slot);
-    StartAtFirstPosition();
-    return slot;
+    TableChange change = *MakeNewTool(table, slot);
+    if (table.InitialMagazine < 1) {
+        // The list shows rows from then on.
+        change.Initial = BeforeAfter<std::int16_t>{table.InitialMagazine, 1};
+    }
+    return change;
 }
 
-bool ToolListCommands::Delete(int row)
+std::optional<int> ToolListCommands::NewTool()
+{
+    std::optional<TableChange> change = NewToolChange();
+    if (!change) {
+        return std::nullopt;
+    }
+    ApplyChange(m_ws.Table, *change, ChangeDirection::Redo);
+    return change->Focus.After;
+}
+
+std::optional<TableChange> ToolListCommands::DeleteChange(int row)
 {
     if (!RowSelected(row)) {
-        return false;
+        return std::nullopt;
     }
     const std::string question = m_ws.Text("MSG", "MSG15-1") + " " + std::to_string(row + 1) + " " +
                                  m_ws.Text("MSG", "MSG15-2") + m_ws.Text("MSG", "MSG15-3");
     if (m_messages.Show(question, MessageIcon::Question, MessageButtons::OkCancel, Title) !=
         MessageAnswer::Ok) {
+        return std::nullopt;
+    }
+    TableChange change = MakeDelete(m_ws.Table, row).value_or(UnchangedTable(ChangeKind::Delete));
+    change.Focus = {row, row};
+    return change;
+}
+
+bool ToolListCommands::Delete(int row)
+{
+    std::optional<TableChange> change = DeleteChange(row);
+    if (!change) {
         return false;
     }
-    ClearSlot(m_ws.Table, row);
+    ApplyChange(m_ws.Table, *change, ChangeDirection::Redo);
     return true;
 }
 
@@ -274,19 +316,29 @@ bool ToolListCommands::OpenInTextEditor(const std::string &path, std::string_vie
     return false;
 }
 
-bool ToolListCommands::CheckMagIni(const std::string &text)
+std::optional<TableChange> ToolListCommands::MagIniChange(const std::string &text)
 {
     if (TrimSpaces(text).empty()) {
-        return true;
+        return UnchangedTable(ChangeKind::InitialMagazine);
     }
     const std::optional<double> value = ToDouble(text);
     if (value && *value == std::floor(*value) && *value >= 1 &&
         *value <= m_ws.Globals.MagazineMax) {
-        m_ws.Table.InitialMagazine = static_cast<std::int16_t>(*value);
-        return true;
+        return MakeInitialMagazineChange(m_ws.Table, static_cast<std::int16_t>(*value))
+            .value_or(UnchangedTable(ChangeKind::InitialMagazine));
     }
     m_messages.Show(MagIniRefusalText(m_ws), MessageIcon::Exclamation);
-    return false;
+    return std::nullopt;
+}
+
+bool ToolListCommands::CheckMagIni(const std::string &text)
+{
+    std::optional<TableChange> change = MagIniChange(text);
+    if (!change) {
+        return false;
+    }
+    ApplyChange(m_ws.Table, *change, ChangeDirection::Redo);
+    return true;
 }
 
 std::string MagIniRefusalText(const Workspace &workspace)

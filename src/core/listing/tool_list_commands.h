@@ -2,6 +2,7 @@
 
 #include "file_stamp.h"
 #include "message_service.h"
+#include "table_change.h"
 #include "tool_list_reader.h"
 #include "workspace.h"
 
@@ -75,6 +76,22 @@ public:
 
     // Delete: asks, then empties the slot. True when the tool was deleted.
     bool Delete(int row);
+
+    // The same four commands for an undo stack: each asks and answers as its
+    // namesake above, but leaves the table as it is and returns the change
+    // the command makes, for the window to push (the stack's redo makes it).
+    // Nothing when the command was refused or cancelled; an Empty() change
+    // when it goes on without changing the table (editing a position that
+    // holds a tool, deleting an empty one, an empty or unchanged MagIni box).
+    // The change's Focus.After is the position to open in the editor.
+    std::optional<TableChange> NewToolChange();
+    std::optional<TableChange> EditChange(int row);
+    std::optional<TableChange> DeleteChange(int row);
+    std::optional<TableChange> MagIniChange(const std::string &text);
+
+    // The file read, created or saved last, as it was then; nothing before
+    // the first. What a recovery of unsaved changes names.
+    const std::optional<LastRead> &LastFile() const { return m_lastRead; }
 
     // Help: opens the help file in the text editor, or shows "MSG16" when it
     // is missing.

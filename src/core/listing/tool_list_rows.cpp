@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t ToolNameLength = 20;
 constexpr std::string_view ValuePicture = "##0.0##";
 
-std::string Number(float value)
+std::string ValueText(float value)
 {
     return FormatSingle(value, ValuePicture);
 }
@@ -133,45 +133,94 @@ bool ToolListRows::HasTool(int row) const
     return row >= 0 && row < RowCount() && m_rows[static_cast<std::size_t>(row)].kind >= 0;
 }
 
-std::string ToolListRows::Cell(int row, ListColumn column) const
+std::optional<double> ToolListRows::Number(int row, ListColumn column) const
+{
+    if (row < 0 || row >= RowCount()) {
+        return std::nullopt;
+    }
+    if (column == ListColumn::MagNo) {
+        return row + 1;
+    }
+    const Row &r = m_rows[static_cast<std::size_t>(row)];
+    if (r.kind < 0 || r.kind >= KindCount) {
+        return std::nullopt;
+    }
+    switch (column) {
+    case ListColumn::ToolDia:
+        if (r.kind != KindTap) {
+            return r.dia;
+        }
+        break;
+    case ListColumn::CornerRad:
+        if (r.kind == KindBal) {
+            return r.dia / 2;
+        }
+        if (ShowsCornerRad(r.kind)) {
+            return r.corner;
+        }
+        break;
+    case ListColumn::Shift:
+        if (r.shiftOn) {
+            return r.shift;
+        }
+        break;
+    case ListColumn::Pen:
+        if (r.pen != 0) {
+            return r.pen;
+        }
+        break;
+    default:
+        break;
+    }
+    return std::nullopt;
+}
+
+std::string_view ToolListRows::Text(int row, ListColumn column) const
 {
     if (row < 0 || row >= RowCount()) {
         return {};
-    }
-    if (column == ListColumn::MagNo) {
-        return MagazineText(row + 1);
     }
     const Row &r = m_rows[static_cast<std::size_t>(row)];
     if (r.kind < 0 || r.kind >= KindCount) {
         return {};
     }
     switch (column) {
-    case ListColumn::MagNo:
-        break;
     case ListColumn::ToolKind:
         return m_kindNames[static_cast<std::size_t>(r.kind + 1)];
-    case ListColumn::ToolDia:
-        return r.kind == KindTap ? std::string() : Number(r.dia);
-    case ListColumn::CornerRad:
-        if (r.kind == KindBal) {
-            return FormatSingle(r.dia / 2, ValuePicture);
-        }
-        return ShowsCornerRad(r.kind) ? Number(r.corner) : std::string();
     case ListColumn::ToolName:
-        return m_names.substr(r.nameBegin, r.nameSize);
+        return std::string_view(m_names).substr(r.nameBegin, r.nameSize);
     case ListColumn::Arbor:
         if (r.arborMode > 0 && r.arborMode < static_cast<int>(m_arborNames.size())) {
             return m_arborNames[static_cast<std::size_t>(r.arborMode)];
         }
-        return {};
-    case ListColumn::Shift:
-        return r.shiftOn ? Number(r.shift) : std::string();
-    case ListColumn::Pen:
-        return r.pen != 0 ? std::to_string(r.pen) : std::string();
+        break;
     case ListColumn::Option:
-        return r.option ? m_optionMark : std::string();
+        if (r.option) {
+            return m_optionMark;
+        }
+        break;
+    default:
+        break;
     }
     return {};
+}
+
+std::string ToolListRows::Cell(int row, ListColumn column) const
+{
+    if (column == ListColumn::MagNo) {
+        return row >= 0 && row < RowCount() ? MagazineText(row + 1) : std::string();
+    }
+    if (!IsNumberColumn(column)) {
+        return std::string(Text(row, column));
+    }
+    const std::optional<double> value = Number(row, column);
+    if (!value) {
+        return {};
+    }
+    if (column == ListColumn::Pen) {
+        return std::to_string(static_cast<int>(*value));
+    }
+    return ValueText(static_cast<float>(*value));
 }
 
 bool FillToolList(const Workspace &workspace, ToolListContents &contents)

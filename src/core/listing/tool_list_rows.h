@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,6 +51,16 @@ public:
 
     // The row's text: the magazine number right-aligned to 6 characters.
     std::string RowText(int row) const { return Cell(row, ListColumn::MagNo); }
+
+    // The number a number column shows, unrounded (the corner radius of a
+    // ball end mill is half its diameter); nothing for a blank cell, a row
+    // outside the list and the other columns.
+    std::optional<double> Number(int row, ListColumn column) const;
+
+    // The text of the kind, tool name, arbor or option column, without a
+    // copy; "" for a blank cell, a row outside the list and the number
+    // columns.
+    std::string_view Text(int row, ListColumn column) const;
 
     // True when the row showed a tool at the last fill.
     bool HasTool(int row) const;

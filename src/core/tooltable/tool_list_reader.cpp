@@ -163,7 +163,7 @@ public:
           m_slotLimit(std::min<int>(table.MagazineMax, static_cast<int>(table.Slots.size())))
     {}
 
-    ReadResult Read(std::FILE *file);
+    ReadResult Read(LineReader &reader);
 
 private:
     bool ParseLine(std::string_view line);
@@ -201,9 +201,8 @@ private:
     bool m_utf16 = false;
 };
 
-ReadResult ToolListParser::Read(std::FILE *file)
+ReadResult ToolListParser::Read(LineReader &reader)
 {
-    LineReader reader(file, MaxLineLength);
     std::string line;
     for (;;) {
         const LineReader::Status status = reader.Next(line);
@@ -622,16 +621,28 @@ bool ToolListParser::Fail(const char *key, std::vector<std::string> args, std::s
     return false;
 }
 
-} // namespace
-
-ReadResult ReadToolListStream(ToolTable &table, std::FILE *file)
+ReadResult ReadLines(ToolTable &table, LineReader &reader)
 {
     table.ForeignFile = true;
     ClearToolTable(table);
     table.CurrentSlot = 0;
-    ReadResult result = ToolListParser(table).Read(file);
+    ReadResult result = ToolListParser(table).Read(reader);
     table.CurrentSlot = static_cast<std::int16_t>(table.InitialMagazine - 1);
     return result;
+}
+
+} // namespace
+
+ReadResult ReadToolListStream(ToolTable &table, std::FILE *file)
+{
+    LineReader reader(file, MaxLineLength);
+    return ReadLines(table, reader);
+}
+
+ReadResult ReadToolListText(ToolTable &table, std::string_view text)
+{
+    LineReader reader(text, MaxLineLength);
+    return ReadLines(table, reader);
 }
 
 ReadResult ReadToolListFile(ToolTable &table, const std::string &path)

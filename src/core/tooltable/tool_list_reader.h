@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 namespace qor {
 
@@ -55,5 +56,8 @@ ReadResult ReadToolListFile(ToolTable &table, const std::string &path);
 // The same on an open file (used by the above, tests and fuzzing); never
 // NotFound.
 ReadResult ReadToolListStream(ToolTable &table, std::FILE *file);
+
+// The same on text in memory; never NotFound.
+ReadResult ReadToolListText(ToolTable &table, std::string_view text);
 
 } // namespace qor

@@ -91,7 +91,7 @@ public:
         }
     }
 
-    void Tool(const ToolTable &table, std::size_t slot, ToolSlot &tool)
+    void Tool(const ToolTable &table, std::size_t slot, const ToolSlot &tool)
     {
         ToolLine(table, slot, tool);
         Length(tool);
@@ -192,7 +192,7 @@ private:
         m_out += LineEnd;
     }
 
-    void Length(ToolSlot &tool)
+    void Length(const ToolSlot &tool)
     {
         const auto &len = tool.Len;
         switch (tool.LengthMode) {
@@ -211,9 +211,7 @@ private:
             List({len[0], len[3], len[5], len[2], len[4], len[1]});
             break;
         default:
-            // A mode no file can carry: dropped for good.
-            tool.LengthMode = 0;
-            return;
+            return; // a mode no file can carry (FormatTable drops it)
         }
         m_out += LineEnd;
     }
@@ -310,6 +308,9 @@ void FormatTable(ToolTable &table, const WriteOptions &options, std::string &buf
             continue;
         }
         formatter.Tool(table, slot, tool);
+        if (tool.LengthMode < 0 || tool.LengthMode > 3) {
+            tool.LengthMode = 0; // written as none, and dropped for good
+        }
         if (buffer.size() >= chunkSize) {
             flush(buffer);
         }
@@ -355,6 +356,24 @@ std::string FormatToolList(ToolTable &table, const WriteOptions &options)
     std::string text;
     FormatTable(table, options, text, static_cast<std::size_t>(-1), [](std::string &) {});
     return text;
+}
+
+void AppendToolListItems(const ToolTable &table, const std::vector<int> &slots, bool fileArbor,
+                         std::string &out)
+{
+    ToolListFormatter formatter(out);
+    if (fileArbor) {
+        formatter.FileArbor(table);
+    }
+    for (int slot : slots) {
+        if (slot < 0 || static_cast<std::size_t>(slot) >= table.Slots.size()) {
+            continue;
+        }
+        const ToolSlot &tool = table.Slots[static_cast<std::size_t>(slot)];
+        if (tool.ToolKind >= 0 && tool.ToolKind < KindCount) {
+            formatter.Tool(table, static_cast<std::size_t>(slot), tool);
+        }
+    }
 }
 
 } // namespace qor

@@ -5,6 +5,7 @@
 #include "tool_table.h"
 
 #include <string>
+#include <vector>
 
 namespace qor {
 
@@ -33,5 +34,12 @@ Status WriteToolListFile(ToolTable &table, const std::string &path, const WriteO
 // The bytes WriteToolListFile writes, as one string (no backup, no file);
 // repairs `LengthMode` the same way.
 std::string FormatToolList(ToolTable &table, const WriteOptions &options);
+
+// The lines WriteToolListFile writes for the file-level arbor (only when
+// `fileArbor`) and for the positions `slots` (slot indices, in that order),
+// appended to `out`: no header, nothing for a position without a tool or
+// outside the table, and no repair.
+void AppendToolListItems(const ToolTable &table, const std::vector<int> &slots, bool fileArbor,
+                         std::string &out);
 
 } // namespace qor

@@ -24,13 +24,9 @@ void ClearToolTable(ToolTable &table)
     table.DefaultArbor = ArborSections{};
 }
 
-void NewDataSet(ToolTable &table, int slot)
+ToolSlot DefaultNewTool()
 {
-    if (slot < 0 || static_cast<std::size_t>(slot) >= table.Slots.size()) {
-        return;
-    }
-    ToolSlot &tool = table.Slots[static_cast<std::size_t>(slot)];
-    tool = ToolSlot{};
+    ToolSlot tool;
     tool.ToolKind = KindBal;
     tool.ToolDia = 10;
     tool.CornerRad = 5;
@@ -38,6 +34,14 @@ void NewDataSet(ToolTable &table, int slot)
     tool.Len[0] = 50;
     tool.Len[1] = 10;
     tool.Len[2] = 50;
+    return tool;
+}
+
+void NewDataSet(ToolTable &table, int slot)
+{
+    if (slot >= 0 && static_cast<std::size_t>(slot) < table.Slots.size()) {
+        table.Slots[static_cast<std::size_t>(slot)] = DefaultNewTool();
+    }
 }
 
 int FirstFreeSlot(const ToolTable &table)

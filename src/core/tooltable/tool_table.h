@@ -92,8 +92,11 @@ void ClearSlot(ToolTable &table, int slot);
 // Empties every slot and the file-level arbor.
 void ClearToolTable(ToolTable &table);
 
-// Puts the default new tool into the slot: a ball end mill of diameter 10,
-// corner radius 5, flute length 20, Len1 50, Len2 10, Len3 50.
+// The default new tool: a ball end mill of diameter 10, corner radius 5,
+// flute length 20, Len1 50, Len2 10, Len3 50.
+ToolSlot DefaultNewTool();
+
+// Puts the default new tool into the slot.
 void NewDataSet(ToolTable &table, int slot);
 
 // The index of the first slot without a tool, or -1 when the table is full.
