@@ -79,6 +79,31 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    // Command1 .. Command9 by number, for the loops that name, caption and
+    // connect them.
+    enum Command
+    {
+        Browse,
+        Read,
+        Edit,
+        Save,
+        Close,
+        NewTool,
+        Delete,
+        Help,
+        About,
+    };
+    // Label1 .. Label5 by use; the others are spare.
+    enum Label
+    {
+        FileLabel,   // Label1: Text12
+        MagIniLabel, // Label2: Text13
+        ArborLabel,  // Label3: Text14
+        ParamLabel,  // Label4: Text15
+        TitleLabel,  // Label5: the list title
+    };
+
+    // The form (tool_list_form.cpp).
     void BuildControls();
     void BuildLayout();
     void SetCaptions();
@@ -87,6 +112,8 @@ private:
     int ListWidth() const;
     void SetTabOrder();
     void Connect();
+
+    // The behaviour (tool_list_window.cpp).
     void FormLoad(const QString &commandLineFile);
 
     void OnCommand1();
