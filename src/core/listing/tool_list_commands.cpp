@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace qor {
 
@@ -45,6 +46,7 @@ bool ToolListCommands::Read(const std::string &path)
     const FileStamp stamp = TakeFileStamp(path);
     const ReadResult result = ReadToolListFile(table, path);
     if (result.outcome != ReadOutcome::NotFound) {
+        m_ws.NewToolSlot = -1; // the table is the file's now
         m_toolsBeyondTable = result.skippedPositions > 0;
         m_lastRead = LastRead{path, stamp, result.outcome == ReadOutcome::FormatError};
     }
@@ -166,6 +168,7 @@ bool ToolListCommands::Save(const std::string &path, const std::string &magIniTe
     }
     // What is there now is what this run wrote: the next save asks nothing.
     m_lastRead = LastRead{path, TakeFileStamp(path)};
+    m_ws.NewToolSlot = -1; // saved, the new tool stays
     StoreFileSettings(path, autoRead);
     if (!m_ws.NoQuestionAfterSave &&
         m_messages.Show(m_ws.Text("MSG", "MSG11") + m_ws.Text("MSG", "MSG12"),
@@ -217,8 +220,10 @@ std::optional<int> ToolListCommands::Edit(int row)
     }
     ToolTable &table = m_ws.Table;
     table.CurrentSlot = static_cast<std::int16_t>(row);
+    m_ws.NewToolSlot = -1;
     if (!table.Slots[static_cast<std::size_t>(row)].HasTool()) {
         NewDataSet(table, row);
+        m_ws.NewToolSlot = table.CurrentSlot;
     }
     return row;
 }
@@ -234,6 +239,7 @@ std::optional<int> ToolListCommands::NewTool()
     }
     table.CurrentSlot = static_cast<std::int16_t>(slot);
     NewDataSet(table, slot);
+    m_ws.NewToolSlot = table.CurrentSlot;
     StartAtFirstPosition();
     return slot;
 }
@@ -287,6 +293,16 @@ bool ToolListCommands::CheckMagIni(const std::string &text)
     }
     m_messages.Show(MagIniRefusalText(m_ws), MessageIcon::Exclamation);
     return false;
+}
+
+std::optional<int> CancelNewTool(Workspace &workspace)
+{
+    const int slot = std::exchange(workspace.NewToolSlot, std::int16_t{-1});
+    if (slot < 0 || slot >= static_cast<int>(workspace.Table.Slots.size())) {
+        return std::nullopt;
+    }
+    ClearSlot(workspace.Table, slot);
+    return slot;
 }
 
 std::string MagIniRefusalText(const Workspace &workspace)

@@ -16,6 +16,7 @@
 #include "tool_drawing.h"
 #include "tool_fset_window.h"
 #include "tool_limit_window.h"
+#include "tool_list_commands.h"
 #include "typed_key_filter.h"
 #include "window_look.h"
 
@@ -782,12 +783,18 @@ void ToolEditorWindow::CanB_Click()
 {
     m_checker->DropPending();
     CancelArborEdits(m_rules);
+    // A position that the list filled with the new tool for this edit is
+    // empty again.
+    const std::optional<int> emptied = CancelNewTool(m_ws);
     // The table still holds the tool as it was: show it again, so that the
     // discarded edits never come back.
     if (MagazineNumber() >= 1) {
         m_rules.SetMagNo(std::to_string(m_ws.Table.CurrentSlot + 1));
     }
     HideEditor();
+    if (emptied) {
+        emit stored(*emptied + 1);
+    }
     if (m_list) {
         m_list->activateWindow();
     }

@@ -63,7 +63,8 @@ public:
 
 signals:
     // A tool was stored into the table (keepB or OKB), or, with 0, the
-    // file's default arbor (OKB only): the list rebuilds its rows and shows
+    // file's default arbor (OKB only), or CanB emptied the position that the
+    // list had filled with the new tool: the list rebuilds its rows and shows
     // that position.
     void stored(int magazineNumber);
     // The picture was drawn for a change of the tool.

@@ -1,5 +1,6 @@
 // The form of the tool list window: its controls, their layout, captions,
 // fonts and tab order, and the wiring of their signals to the handlers.
+#include "leave_checker.h"
 #include "padded_item_delegate.h"
 #include "picture_view.h"
 #include "qt_text.h"
@@ -121,7 +122,6 @@ void ToolListWindow::BuildControls()
     m_view->setObjectName("View");
     m_view->SetPaintHook([this](PictureSurface &surface) { DrawPicture(surface); });
 
-    m_magIni->installEventFilter(this);
     m_aArbEditB->installEventFilter(this);
 }
 
@@ -317,6 +317,7 @@ void ToolListWindow::Connect()
     for (std::size_t i = 0; i < m_command.size(); ++i) {
         connect(m_command[i], &QPushButton::clicked, this, handlers[i]);
     }
+    connect(m_toolFileName, &QLineEdit::returnPressed, this, &ToolListWindow::OnCommand2);
     connect(m_aArbEditB, &QPushButton::clicked, this, &ToolListWindow::OnArborEdit);
     connect(m_autoRead, &QCheckBox::clicked, this, &ToolListWindow::OnAutoReadClicked);
     connect(m_listV1->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -328,6 +329,13 @@ void ToolListWindow::Connect()
         }
     });
     connect(m_list1, &QListWidget::itemDoubleClicked, this, [this] { OnCommand3(); });
+
+    // The initial magazine is checked when the focus leaves it, and a refusal
+    // puts the focus back. Save checks it first; closing does not.
+    m_checker = new LeaveChecker(this);
+    m_checker->Watch(m_magIni, [this] { return OnMagIniLeave(); });
+    m_checker->DeferFor(m_command[Save]);
+    m_checker->DeferFor(m_command[Close]);
 
     auto *save = new QShortcut(QKeySequence::Save, this);
     connect(save, &QShortcut::activated, this, [this] {

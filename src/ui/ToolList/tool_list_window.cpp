@@ -3,6 +3,7 @@
 #include "tool_list_window.h"
 
 #include "info_window.h"
+#include "leave_checker.h"
 #include "param_string.h"
 #include "picture_view.h"
 #include "qt_text.h"
@@ -14,7 +15,6 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileDialog>
-#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -65,7 +65,7 @@ void ToolListWindow::FormLoad(const QString &commandLineFile)
     const std::string fileName = InitialToolFileName(
         commandLineFile.toStdString(), QDir::toNativeSeparators(QDir::currentPath()).toStdString(),
         m_ws.Settings);
-    m_toolFileName->setText(Qs(fileName));
+    ShowFileName(Qs(fileName));
     m_autoRead->setChecked(m_ws.Settings.GetIniString("Files", "Auto Read", "1") == "1");
     m_command[Save]->setEnabled(false);
     m_aArbType->setText(Qs(m_ws.Text("String", "Str14")));
@@ -94,6 +94,12 @@ std::string ToolListWindow::FileName() const
     return m_toolFileName->text().trimmed().toStdString();
 }
 
+void ToolListWindow::ShowFileName(const QString &path)
+{
+    // Qt cleans with "/" on every platform; a Windows user reads "\".
+    m_toolFileName->setText(QDir::toNativeSeparators(QDir::cleanPath(path)));
+}
+
 // Reading and saving
 
 void ToolListWindow::OnCommand1()
@@ -103,19 +109,23 @@ void ToolListWindow::OnCommand1()
     const QString start = Qs(DirOfPath(FileName()));
     const QString chosen = m_chooseFile ? m_chooseFile(QString(), filter, start) : QString();
     if (!chosen.isEmpty()) {
-        m_toolFileName->setText(QDir::toNativeSeparators(chosen));
+        ShowFileName(chosen);
     }
 }
 
 void ToolListWindow::OnCommand2()
 {
     if (m_commands.Read(FileName())) {
+        m_listV1->scrollToTop(); // a new table: its first rows above the initial magazine
         FillToolList(m_ws.Table.CurrentSlot);
     }
 }
 
 void ToolListWindow::OnCommand4()
 {
+    if (!m_checker->CommitFocused()) {
+        return;
+    }
     if (m_commands.Save(FileName(), m_magIni->text().toStdString(), m_autoRead->isChecked()) &&
         m_editor != nullptr) {
         m_editor->HideEditor();
@@ -135,11 +145,15 @@ void ToolListWindow::showEvent(QShowEvent *event)
         m_splitterPlaced = true;
         const int list = std::min(ListWidth(), m_splitter->width() - 240);
         m_splitter->setSizes({list, m_splitter->width() - list});
+        // The rows were filled before the list had its height.
+        m_listV1->scrollToTop();
+        ShowSelection();
     }
 }
 
 void ToolListWindow::closeEvent(QCloseEvent *event)
 {
+    m_checker->DropPending();
     m_commands.StoreFileSettings(FileName(), m_autoRead->isChecked());
     if (m_editor != nullptr) {
         m_editor->HideEditor();
@@ -156,14 +170,9 @@ void ToolListWindow::OnAutoReadClicked(bool checked)
     m_commands.StoreAutoRead(checked);
 }
 
-void ToolListWindow::OnMagIniLeave()
+bool ToolListWindow::OnMagIniLeave()
 {
-    if (m_checkingMagIni) {
-        return;
-    }
-    m_checkingMagIni = true;
-    m_commands.CheckMagIni(m_magIni->text().toStdString());
-    m_checkingMagIni = false;
+    return m_commands.CheckMagIni(m_magIni->text().toStdString());
 }
 
 // Positions
@@ -236,25 +245,34 @@ void ToolListWindow::FillToolList(int row)
     if (rows == 0) {
         return;
     }
-    if (m_ws.Table.InitialMagazine >= 1) {
-        ShowMagazine(m_ws.Table.InitialMagazine);
-    }
     SelectRow(std::clamp(row, 0, rows - 1));
+    ShowSelection();
 }
 
 void ToolListWindow::SelectRow(int row)
 {
-    const QModelIndex index = m_model->index(row, 0);
-    m_listV1->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
-                                                           QItemSelectionModel::Rows);
-    m_listV1->scrollTo(index);
+    m_listV1->selectionModel()->setCurrentIndex(
+        m_model->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ToolListWindow::ShowSelection()
+{
+    if (m_ws.Table.InitialMagazine >= 1) {
+        ShowMagazine(m_ws.Table.InitialMagazine);
+    }
+    const QModelIndex current = m_listV1->currentIndex();
+    if (current.isValid()) {
+        m_listV1->scrollTo(current, QAbstractItemView::EnsureVisible);
+    }
 }
 
 void ToolListWindow::ShowMagazine(int magazineNumber)
 {
     const QModelIndex index = m_model->index(magazineNumber - 1, 0);
     if (index.isValid()) {
-        m_listV1->scrollTo(index);
+        // Scrolled only as far as needed: the rows above it stay in view
+        // where they fit.
+        m_listV1->scrollTo(index, QAbstractItemView::EnsureVisible);
     }
 }
 
@@ -337,6 +355,16 @@ bool ToolListWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_listV1 && event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
+        // Home and End (with Ctrl or without) go to the first and last row
+        // rather than along the columns of one tool.
+        const bool homeOrEnd = key->key() == Qt::Key_Home || key->key() == Qt::Key_End;
+        if (homeOrEnd && !(key->modifiers() & ~(Qt::KeypadModifier | Qt::ControlModifier))) {
+            if (const int rows = m_model->rowCount(); rows > 0) {
+                SelectRow(key->key() == Qt::Key_Home ? 0 : rows - 1);
+                m_listV1->scrollTo(m_listV1->currentIndex());
+            }
+            return true;
+        }
         if (key->modifiers() & ~Qt::KeypadModifier) {
             return false;
         }
@@ -354,14 +382,6 @@ bool ToolListWindow::eventFilter(QObject *watched, QEvent *event)
         default:
             return false;
         }
-    }
-    if (watched == m_magIni && event->type() == QEvent::FocusOut) {
-        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        // Leaving the window or opening a context menu does not leave the box.
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
-            OnMagIniLeave();
-        }
-        return false;
     }
     if (watched == m_aArbEditB) {
         if (event->type() == QEvent::FocusIn) {
