@@ -18,6 +18,7 @@
 #include "tool_limit_window.h"
 #include "typed_key_filter.h"
 #include "window_look.h"
+#include "window_placement.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -123,6 +124,12 @@ void ToolEditorWindow::BuildControls()
     m_magNo->setObjectName(QStringLiteral("MagNo"));
     m_magNo->setReadOnly(true); // the list and NewB choose the position
     m_magNo->setFocusPolicy(Qt::NoFocus);
+    // Shown, never typed into: the button face marks it as such.
+    QPalette shown = m_magNo->palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        shown.setColor(group, QPalette::Base, shown.color(group, QPalette::Button));
+    }
+    m_magNo->setPalette(shown);
     m_magNo->setFixedWidth(BoxWidth);
     m_magNo->setAlignment(Qt::AlignRight);
     m_tool = list("Tool");
@@ -690,7 +697,7 @@ void ToolEditorWindow::PaintPicture(PictureSurface &surface, bool afresh)
 
 void ToolEditorWindow::SetMagazineNumber(const std::string &magNo)
 {
-    m_rules.SetMagNo(magNo);
+    m_rules.ShowMagazine(magNo);
     if (MagazineNumber() < 1) {
         // Loading no tool draws nothing; the picture must not go on showing
         // the tool of before under the file's arbor.
@@ -701,6 +708,7 @@ void ToolEditorWindow::SetMagazineNumber(const std::string &magNo)
 void ToolEditorWindow::ShowEditor()
 {
     show();
+    KeepOnScreen(*this);
     raise();
     activateWindow();
 }
@@ -716,20 +724,12 @@ void ToolEditorWindow::HideEditor()
     hide();
 }
 
-void ToolEditorWindow::ShowCompanion(QWidget *window)
+void ToolEditorWindow::ShowCompanion(AuxiliaryToolWindow *window)
 {
-    if (window == nullptr) {
-        return;
+    if (window != nullptr) {
+        // First beside the editor's buttons, where the user's eyes are.
+        window->ShowAt(m_command1->mapToGlobal(QPoint(0, m_command1->height() + 8)));
     }
-    if (!window->isVisible()) {
-        // Beside the editor's buttons, where the user's eyes are.
-        const QPoint corner = mapToGlobal(m_command1->geometry().bottomLeft());
-        window->adjustSize();
-        window->move(corner + QPoint(0, 8));
-    }
-    window->show();
-    window->raise();
-    window->activateWindow();
 }
 
 bool ToolEditorWindow::keepB_Click()
