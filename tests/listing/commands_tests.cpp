@@ -79,7 +79,8 @@ TEST_F(Commands, AFormatErrorNamesTheLineAndKeepsWhatWasReadBefore)
               Msg("MSG7") + "\n\n" + files.file("broken.TTL") + "\n" +
                   FillIn(Msg("MSG30-12"), {"7", FillIn(Msg("MSG31-7"), {line, "FLA"})}));
     EXPECT_EQ(Slot(1).ToolKind, KindBal);
-    EXPECT_EQ(Slot(2).ToolKind, KindNone);
+    EXPECT_EQ(Slot(2).ToolKind, KindFla); // the faulty item's kind was read
+    EXPECT_EQ(Slot(2).ToolDia, 0);
 }
 
 TEST_F(Commands, AFailedSaveChangesNothingAndSaysWhy)

@@ -20,6 +20,7 @@ class QScrollBar;
 
 namespace qor {
 
+class AuxiliaryToolWindow;
 class EditorPicture;
 class PictureSurface;
 class LeaveChecker;
@@ -101,7 +102,7 @@ private:
     void Redraw();
     void PaintPicture(PictureSurface &surface, bool afresh);
     void FormActivate();
-    void ShowCompanion(QWidget *window);
+    void ShowCompanion(AuxiliaryToolWindow *window);
 
     Workspace &m_ws;
     MessageService &m_messages;
