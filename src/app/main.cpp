@@ -1,9 +1,8 @@
 // QORTool: the desktop editor for the tool table of the automatic tool
 // changer.
-#include "editor_windows.h"
 #include "qt_message_service.h"
+#include "run_windows.h"
 #include "startup.h"
-#include "tool_list_window.h"
 
 #include <QApplication>
 #include <QDir>
@@ -26,16 +25,5 @@ int main(int argc, char **argv)
     // One optional argument: the tool list file to open.
     const QStringList arguments = QCoreApplication::arguments();
     const QString commandLineFile = arguments.size() > 1 ? arguments.at(1) : QString();
-
-    workspace.DrawSuppressed = true;
-    qor::ToolListWindow toolList(workspace, messages, commandLineFile);
-    toolList.show();
-    QCoreApplication::processEvents();
-    workspace.DrawSuppressed = false;
-
-    qor::CreateEditorWindows(workspace, &toolList, messages);
-
-    QObject::connect(&toolList, &qor::ToolListWindow::closed, &app, &QApplication::quit,
-                     Qt::QueuedConnection);
-    return QApplication::exec();
+    return qor::RunWindows(workspace, messages, commandLineFile);
 }

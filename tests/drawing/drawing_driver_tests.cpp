@@ -197,7 +197,7 @@ TEST(RedrawTool, RefusedWhileGuardedAndBusyForExactlyOneRedrawOnEveryPath)
 TEST(RedrawTool, WritesTheDerivedValuesBackBeforeDrawingOnlyForAMagazinePosition)
 {
     float taper = 0;
-    ASSERT_EQ(TaperDiameter(0.5, 3, 20, taper), GeoOk);
+    ASSERT_EQ(TaperDiameter(0.5, 3, taper), GeoOk);
     // MagNo, kind, the boxes before and after, and whether Para(3), (4), (5), (7) are enabled.
     const std::tuple<const char *, int, std::string, std::string, const char *> cases[] = {
         {"1", KindBal, "10 1 7 0 0 0 20 0", "10 5 0 5 0 0 20 0", "1111"},

@@ -133,28 +133,23 @@ TEST(FilletCircle, RefusesParallelLinesBadRadiiAndMissingLinesWithoutWriting)
     EXPECT_EQ(f.centre, Untouched);
 }
 
-TEST(TaperDiameter, IsTwiceTheFlankPositionAtTheFluteLengthAndRefusesDegenerateInput)
+TEST(TaperDiameter, IsWhereTheFlankTouchesTheTipBallAndRefusesDegenerateInput)
 {
-    float d1 = 0.0f, cylinder = 0.0f, sharp = 0.0f, kept = 42.0f;
-
-    ASSERT_EQ(TaperDiameter(2.0, 10.0, 30.0, d1), GeoOk);
-    ASSERT_EQ(TaperDiameter(2.5, 0.0, 40.0, cylinder), GeoOk);
-    ASSERT_EQ(TaperDiameter(0.0, 5.0, 20.0, sharp), GeoOk);
-    for (const auto &[r, degrees, flutes] : {std::tuple{2.0, 90.0, 30.0},
-                                             {2.0, NaN, 30.0},
-                                             {2.0, 10.0, -1.0},
-                                             {1.0, -30.0, 50.0},
-                                             {1.0, 89.9999999, 1e35}}) {
-        EXPECT_EQ(TaperDiameter(r, degrees, flutes, kept), GeoDegenerate) << degrees;
+    // R, θ in degrees, and the diameter 2 R cos θ where the flank touches the ball of radius R.
+    for (const auto &[r, degrees, expected] : {std::tuple{1.0, 5.0, 1.9923894f},
+                                               {2.5, 0.0, 5.0f},
+                                               {1.0, -30.0, 1.7320508f},
+                                               {0.0, 5.0, 0.0f}}) {
+        float d = -1.0f;
+        ASSERT_EQ(TaperDiameter(r, degrees, d), GeoOk) << degrees;
+        EXPECT_FLOAT_EQ(d, expected) << r << " " << degrees;
     }
-    EXPECT_EQ(TaperDiameter(-2.0, 10.0, 30.0, kept), GeoBadRadius);
-
-    // Ball of R = 2 centred at (0, 2); the flank touches it at (R cos θ, R − R sin θ) and rises
-    // at θ from the axis: x(Lc) = R / cos θ + (Lc − R) tan θ
-    //   = 2 / 0.9848078 + 28 × 0.1763270 = 2.0308532 + 4.9371555 = 6.9680087.
-    EXPECT_NEAR(d1, 13.936017f, 2e-5f);
-    EXPECT_FLOAT_EQ(cylinder, 5.0f) << "a straight flank stands on the ball's equator";
-    EXPECT_NEAR(sharp, 3.4995465f, 2e-5f) << "2 × 20 × tan 5°";
+    float kept = 42.0f;
+    for (double degrees : {90.0, -90.0, NaN, Inf}) {
+        EXPECT_EQ(TaperDiameter(2.0, degrees, kept), GeoDegenerate) << degrees;
+    }
+    EXPECT_EQ(TaperDiameter(-2.0, 10.0, kept), GeoBadRadius);
+    EXPECT_EQ(TaperDiameter(Inf, 10.0, kept), GeoBadRadius);
     EXPECT_EQ(kept, 42.0f);
 }
 

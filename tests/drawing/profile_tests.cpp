@@ -110,8 +110,26 @@ TEST_P(Outline, IsSymmetricClosedFromTipToLengthAndInsideThePicture)
     EXPECT_EQ(open, 2) << "open only at the top, where the tool goes into its holder";
     const Bounds box = s.BoundingBox().value();
     EXPECT_NEAR(box.top, top, Near);
+    EXPECT_GE(box.bottom, picture.View->oy - Near) << "nothing below the tip";
     EXPECT_LE(box.right, s.ScaleWidth() / 2);
     EXPECT_GE(box.bottom, s.ScaleHeight() / 2);
+
+    // Only the tip (a face across, an arc about a point on the axis) goes across the axis;
+    // everything else keeps to one side of it.
+    const auto side = [](double x) { return x > Near ? 1 : x < -Near ? 2 : 0; };
+    for (const RecordedPrimitive &p : s.Primitives()) {
+        int sides = 0;
+        if (p.kind == RecordedPrimitive::Kind::Line && std::abs(p.y1 - p.y2) > Near) {
+            sides = side(p.x1) | side(p.x2);
+            EXPECT_NE(sides, 0) << "along the axis at y " << p.y1 << " to " << p.y2;
+        } else if (p.kind == RecordedPrimitive::Kind::Arc && std::abs(p.arc.cx) > Near) {
+            for (int k = 0; k <= 32; ++k) {
+                sides |=
+                    side(p.arc.cx + p.arc.rx * std::cos(p.arc.startAngle + p.arc.sweep * k / 32));
+            }
+        }
+        EXPECT_NE(sides, 3) << "across the axis at y " << p.y1 << " to " << p.y2;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -131,7 +149,13 @@ INSTANTIATE_TEST_SUITE_P(
         ToolCase{"RoundingPilot", KindRad, "16 3 0 0 0 0 0 4", 2, "50 12 25 45 0 0", false},
         ToolCase{"TSlotCutter", KindTT, "20 0.4 0 0 0 0 25 5", 2, "70 16 45 90 0 0", true},
         ToolCase{"FaceMill45", KindTT, "40 0.8 0 0 45 0 5 5", 1, "50 0 0 0 0 0", true},
-        ToolCase{"ChamferMill", KindTT, "20 0.5 0 0 45 0 5 12", 1, "50 0 0 0 0 0", true}),
+        ToolCase{"ChamferMill", KindTT, "20 0.5 0 0 45 0 5 12", 1, "50 0 0 0 0 0", true},
+        ToolCase{"BackTaper", KindCut, "10 2 0 0 0 -10 30 0", 1, "80 0 0 0 0 0", true},
+        ToolCase{"BackTaperCone", KindCut, "10 1 0 0 30 -20 30 0", 1, "80 0 0 0 0 0", true},
+        ToolCase{"DovetailOnNeck", KindCut, "20 1 0 0 0 -30 6 0", 2, "70 16 30 45 0 0", true},
+        ToolCase{"SteepFlank", KindCut, "10 2 0 0 0 60 40 0", 1, "50 0 0 0 0 0", true},
+        ToolCase{"HollowWiderThanTool", KindCut, "10 -8 0 0 0 0 30 0", 1, "80 0 0 0 0 0", false},
+        ToolCase{"Lollipop", KindTap, "0 1 0 0 0 -10 30 0", 1, "80 0 0 0 0 0", true}),
     [](const testing::TestParamInfo<ToolCase> &info) { return std::string(info.param.name); });
 
 // The profiles in tool units: scale 1, origin at the tip.
@@ -178,6 +202,30 @@ TEST_F(Profile, FlatEndMillHasATipLineAcrossAndBallEndMillTwoQuarterArcsMeetingO
     }
     EXPECT_TRUE(HasLine(5, 5, 5, 50) && HasLine(-5, 5, -5, 50));
     EXPECT_EQ(s.Lines().size(), 2u) << "no tip flat";
+}
+
+TEST_F(Profile, WithoutANeckTheBodyRisesStraightFromTheFlutesANarrowingOneFromHalfTheDiameter)
+{
+    // The outline's last line, up to L = 80: from the flute length Lc = 30 at the width the
+    // flank reached there, or from where a narrowing flank met the neck of half the diameter.
+    const std::tuple<int, const char *, double, double> cases[] = {
+        {KindCut, "10 2 0 0 0 10 30 0", 5 + 30 * std::tan(10 * std::numbers::pi / 180), 30},
+        {KindCut, "10 2 0 0 0 -10 30 0", 2.5, 2.5 / std::tan(10 * std::numbers::pi / 180)},
+        // A taper tool is as wide at the top of its flutes as R / cos θ + (Lc − R) tan θ.
+        {KindTap, "1.9923894 1 0 0 0 5 30 0", 3.5410, 30},
+    };
+    for (const auto &[kind, para, x, y] : cases) {
+        s.Clear();
+
+        DrawGeneralProfile(s, Inputs({.kind = kind, .para = para, .lengths = "80 0 0 0 0 0"}),
+                           unit);
+
+        const LineSegment top = s.Lines().back();
+        EXPECT_NEAR(std::abs(top.x1), x, 1e-4) << para;
+        EXPECT_NEAR(top.y1, y, 1e-4) << para;
+        EXPECT_NEAR(top.x2, top.x1, Near) << para;
+        EXPECT_NEAR(top.y2, 80, Near) << para;
+    }
 }
 
 TEST_F(Profile, ANegativeRadiusHollowsTheCornerOfEveryGeneralKind)

@@ -6,6 +6,8 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -77,7 +79,8 @@ TEST_F(Commands, AFormatErrorNamesTheLineAndKeepsWhatWasReadBefore)
               Msg("MSG7") + "\n\n" + files.file("broken.TTL") + "\n" +
                   FillIn(Msg("MSG30-12"), {"7", FillIn(Msg("MSG31-7"), {line, "FLA"})}));
     EXPECT_EQ(Slot(1).ToolKind, KindBal);
-    EXPECT_EQ(Slot(2).ToolKind, KindNone);
+    EXPECT_EQ(Slot(2).ToolKind, KindFla); // the faulty item's kind was read
+    EXPECT_EQ(Slot(2).ToolDia, 0);
 }
 
 TEST_F(Commands, AFailedSaveChangesNothingAndSaysWhy)
@@ -282,6 +285,48 @@ TEST_F(Commands, TheConfiguredEditorOpensTheFileOrTheUserIsTold)
     starts = false;
     EXPECT_FALSE(commands.OpenInTextEditor("/x/atc.TTL"));
     EXPECT_EQ(OnlyMessage().text, Msg("MSG5") + Msg("MSG13"));
+}
+
+// Cancelling the editor takes back the new tool that Edit or New tool put
+// into an empty position, unless something has kept it since.
+TEST_F(Commands, CancellingTakesBackOnlyANewToolThatNothingKeptSince)
+{
+    files.write("read.TTL", "INI = MAGAZINE01\r\nMAGAZINE01 = FLA/10,20\r\n");
+    ws.NoQuestionAfterSave = true;
+    const struct
+    {
+        const char *name;
+        std::function<void()> act;
+        std::optional<int> emptied;
+    } cases[] = {
+        {"edit of an empty position", [&] { commands.Edit(3); }, 3},
+        {"new tool", [&] { commands.NewTool(); }, 0},
+        {"edit of a tool", [&] { NewDataSet(ws.Table, 3), commands.Edit(3); }, std::nullopt},
+        {"new tool, then edit of a tool",
+         [&] { commands.NewTool(), NewDataSet(ws.Table, 3), commands.Edit(3); }, std::nullopt},
+        {"new tool, saved",
+         [&] { commands.NewTool(), commands.Save(files.file("saved.TTL"), "1", true); },
+         std::nullopt},
+        {"new tool, then a file read",
+         [&] { commands.NewTool(), commands.Read(files.file("read.TTL")); }, std::nullopt},
+    };
+
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        ClearToolTable(ws.Table);
+        c.act();
+        const std::vector<ToolSlot> before = ws.Table.Slots;
+
+        EXPECT_EQ(CancelNewTool(ws), c.emptied);
+
+        for (int slot = 0; slot < static_cast<int>(before.size()); ++slot) {
+            const std::int16_t kind = before[static_cast<std::size_t>(slot)].ToolKind;
+            EXPECT_EQ(Slot(slot).ToolKind, slot == c.emptied ? std::int16_t{KindNone} : kind)
+                << slot;
+        }
+        EXPECT_EQ(CancelNewTool(ws), std::nullopt); // forgotten
+    }
+    EXPECT_TRUE(messages.shown.empty());
 }
 
 TEST_F(Commands, AValidInitialMagazineBecomesTheTablesOwn)

@@ -14,11 +14,11 @@ protected:
         return MakeParamString(ws);
     }
 
-    // A label as the summary shows it: filled with blanks to 10 characters.
+    // A label as the summary shows it: filled with blanks to 10 characters, at least one.
     std::string L(std::string_view key) const
     {
         std::string label = Str(key);
-        label.resize(std::max<std::size_t>(label.size(), 10), ' ');
+        label.resize(std::max<std::size_t>(label.size() + 1, 10), ' ');
         return label;
     }
 
@@ -46,6 +46,26 @@ TEST_F(ParamString, ShapeEntriesDependOnTheKind)
     tool.ToolKind = KindTT;
     EXPECT_EQ(Of(tool), Pad20(L("Str91") + "25.0") + L("Str93") + "3.0\r\n" +
                             Pad20(L("Str92") + "6.0") + L("Str94") + "8.0");
+}
+
+TEST_F(ParamString, EveryLabelAndEntryIsFollowedByABlankAndShortOnesKeepTheirColumns)
+{
+    // Labels of 6 columns (three wide characters), 10, 13 and 10 (five wide characters).
+    ASSERT_TRUE(ws.Catalogue
+                    .LoadFromBytes("[String]\nStr40=刃長：\nStr41=Taper ang:\n"
+                                   "Str42=Flute length:\nStr43=テーパ角：\n" +
+                                       std::string(50, '\n'),
+                                   "labels.msg")
+                    .ok());
+    ToolSlot tool;
+    tool.ToolKind = KindVer;
+    tool.Param5 = 8;
+    tool.Param6 = 1.25f;
+    tool.ToolLength = 12345;
+    tool.Param7 = 1;
+
+    EXPECT_EQ(Of(tool), "刃長：    8.0       Taper ang: 1.3\r\n"
+                        "Flute length: 12345.0 テーパ角： 1.0");
 }
 
 TEST_F(ParamString, LengthDefinitionEntriesFollowTheMode)

@@ -3,10 +3,17 @@
 #include "native_file.h"
 
 #include <atomic>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <sstream>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
 
 namespace qor::test {
 
@@ -46,6 +53,34 @@ std::string TempDir::read(std::string_view name) const
     std::ostringstream content;
     content << in.rdbuf();
     return content.str();
+}
+
+ScratchStream::ScratchStream() : m_file(std::fopen(m_folder.file("scratch").c_str(), "w+b")) {}
+
+ScratchStream::~ScratchStream()
+{
+    if (m_file) {
+        std::fclose(m_file);
+    }
+}
+
+std::FILE *ScratchStream::hold(std::string_view bytes)
+{
+    if (!m_file) {
+        return nullptr;
+    }
+    std::rewind(m_file);
+    if (std::fwrite(bytes.data(), 1, bytes.size(), m_file) != bytes.size() ||
+        std::fflush(m_file) != 0) {
+        return nullptr;
+    }
+#ifdef _WIN32
+    const bool cut = _chsize_s(_fileno(m_file), static_cast<long long>(bytes.size())) == 0;
+#else
+    const bool cut = ftruncate(fileno(m_file), static_cast<off_t>(bytes.size())) == 0;
+#endif
+    std::rewind(m_file);
+    return cut ? m_file : nullptr;
 }
 
 std::string SourceFile(std::string_view relativePath)

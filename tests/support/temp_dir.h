@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,27 @@ public:
 
 private:
     std::string m_path;
+};
+
+// One open file in a folder of its own whose content is replaced again and
+// again, for tests that feed thousands of texts to code that reads a stream.
+// Reusing one handle neither waits for the disk nor shares names with other
+// test processes, as std::tmpfile does on Windows.
+class ScratchStream
+{
+public:
+    ScratchStream();
+    ~ScratchStream();
+    ScratchStream(const ScratchStream &) = delete;
+    ScratchStream &operator=(const ScratchStream &) = delete;
+
+    // The stream holding exactly these bytes, positioned at its start;
+    // nullptr when the file could not be rewritten.
+    std::FILE *hold(std::string_view bytes);
+
+private:
+    TempDir m_folder;
+    std::FILE *m_file = nullptr;
 };
 
 // The bytes of a file in the source tree (relative to its root).

@@ -1,4 +1,5 @@
 #include "numeric_text.h"
+#include "temp_dir.h"
 #include "tool_list_reader.h"
 #include "tool_list_writer.h"
 
@@ -107,21 +108,18 @@ ToolTable RandomTable(std::mt19937 &random)
 TEST(ToolListRoundTrip, WrittenTablesReadBackEqualAndWriteTheSameBytes)
 {
     std::mt19937 random(20240611);
+    test::ScratchStream scratch;
     for (int round = 0; round < 400; ++round) {
         SCOPED_TRACE("round " + std::to_string(round));
         ToolTable table = RandomTable(random);
         WriteOptions options{"Round trip", std::to_string(table.InitialMagazine)};
         std::string written = FormatToolList(table, options);
-        std::FILE *file = std::tmpfile();
+        std::FILE *file = scratch.hold(written);
         ASSERT_TRUE(file);
-        std::fwrite(written.data(), 1, written.size(), file);
-        std::rewind(file);
         ToolTable read;
         SizeToolTable(read, table.MagazineMax);
 
         ReadResult result = ReadToolListStream(read, file);
-
-        std::fclose(file);
         ASSERT_EQ(result.outcome, ReadOutcome::Read) << result.error.message;
         EXPECT_FALSE(read.ForeignFile);
         EXPECT_EQ(read.InitialMagazine, table.InitialMagazine);

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
@@ -182,6 +183,88 @@ TEST_F(EditorUi, TheOptionFeedWindowShowsEachLetterThroughItsScrollBar)
     ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
     Settle();
     EXPECT_FALSE(feed->isVisible());
+}
+
+TEST_F(EditorUi, HandingTheSamePositionAgainKeepsUnsavedEditsUntilTheTableChanges)
+{
+    Open(6);
+    Retype(Box("Para_0"), "12");
+    Click(*editor, "Command1");
+    Retype(Find<QLineEdit>(*feed, "FV_1"), "9");
+
+    Open(6); // a double click on the row being edited
+
+    EXPECT_EQ(Box("Para_0")->text(), "12");
+    EXPECT_EQ(Find<QLineEdit>(*feed, "FV_1")->text(), "9");
+
+    ws.Table.Slots[5].ToolDia = 7; // a read or a store changed the position
+    editor->SetMagazineNumber("6");
+    EXPECT_EQ(Box("Para_0")->text(), "7");
+
+    ws.ArborEdit = true; // the list's default arbor button, clicked twice
+    editor->SetMagazineNumber("0");
+    Retype(Box("ArbD_0"), "44");
+    editor->SetMagazineNumber("0");
+    EXPECT_EQ(Box("ArbD_0")->text(), "44");
+}
+
+TEST_F(EditorUi, AListOpenedAfterTypingIntoABoxStaysOpen)
+{
+    Open(1);
+    Retype(Box("Para_0"), "12");
+    auto *kind = Find<QComboBox>(*editor, "Tool");
+
+    QTest::mouseClick(kind, Qt::LeftButton);
+    Settle();
+
+    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
+    EXPECT_TRUE(messages.shown.empty());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+}
+
+TEST_F(EditorUi, TheSmallWindowsStayOnTheScreenWhereTheUserPutThemAndCloseOnEnter)
+{
+    const QRect screen = editor->screen()->availableGeometry();
+    Open(6);
+    editor->move(screen.bottomRight() - QPoint(200, 120)); // the buttons near the screen's edge
+    Click(*editor, "Command1");
+    ASSERT_TRUE(feed->isVisible());
+    EXPECT_TRUE(screen.contains(feed->frameGeometry()))
+        << feed->frameGeometry().x() << "," << feed->frameGeometry().y();
+
+    const QPoint chosen = screen.topLeft() + QPoint(10, 20);
+    feed->move(chosen);
+    Click(*feed, "CanB");
+    Click(*editor, "Command1");
+    EXPECT_EQ(feed->pos(), chosen);
+
+    Click(*editor, "Command2");
+    ASSERT_TRUE(limit->isVisible());
+    auto *close = Find<QPushButton>(*limit, "CloseB");
+    close->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(close, Qt::Key_Return);
+    EXPECT_FALSE(limit->isVisible());
+}
+
+// After a message the window manager may hand the activation to the editor
+// before it comes back: the option feed window must not take that for the
+// user turning away.
+TEST_F(EditorUi, TheOptionFeedWindowOutlivesTheActivationShuffleAfterItsMessage)
+{
+    Open(6);
+    Click(*editor, "Command1");
+    Retype(Find<QLineEdit>(*feed, "FV_1"), ".");
+    Find<QLineEdit>(*feed, "FV_2")->setFocus(Qt::TabFocusReason);
+    Settle();
+    ASSERT_EQ(TakeMessage().text, Msg("MSG1"));
+
+    editor->activateWindow();
+    Settle();
+    feed->activateWindow();
+    Settle();
+
+    EXPECT_TRUE(feed->isVisible());
+    EXPECT_EQ(QApplication::focusWidget(), Find<QLineEdit>(*feed, "FV_1"));
 }
 
 TEST_F(EditorUi, EnterStoresAndEscapeCancels)

@@ -1,4 +1,7 @@
+#include "editor_windows.h"
 #include "profile_file.h"
+#include "run_windows.h"
+#include "tool_editor_window.h"
 #include "tool_list_window.h"
 #include "window_fixture.h"
 
@@ -9,10 +12,13 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 namespace qor::test {
@@ -49,6 +55,17 @@ protected:
     QLineEdit &Box(const char *name) { return *Find<QLineEdit>(*window, name); }
 
     void Click(const char *button) { QTest::mouseClick(&Button(button), Qt::LeftButton); }
+
+    std::string Param()
+    {
+        return Find<QPlainTextEdit>(*window, "Param")->toPlainText().toStdString();
+    }
+
+    void Activate()
+    {
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
 
     // A double click is a click followed by the double-click event.
     void ClickRow(int row, bool twice = false)
@@ -173,6 +190,57 @@ TEST_F(ToolListUi, EditingOpensTheEditorAndGivesAnEmptyPositionTheNewTool)
     list->setFocus();
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(editor.calls, (std::vector<std::string>{"MagNo 2", "MagNo 2", "Show"}));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+// Cancelling the editor takes the default new tool back out of the empty
+// position that Edit or New tool gave it; a tool stored before stays.
+TEST_F(ToolListUi, CancellingTheEditorEmptiesThePositionThatItsCommandFilled)
+{
+    OpenSample();                                    // magazine 5 is the first free position
+    CreateEditorWindows(ws, window.get(), messages); // children of the list window
+    auto *editor = Find<ToolEditorWindow>(*window, "ToolEditer");
+    const auto click = [editor, this](const char *name) {
+        QTest::mouseClick(Find<QPushButton>(*editor, name), Qt::LeftButton);
+    };
+    const struct
+    {
+        const char *name;
+        std::function<void()> open;
+        std::function<void()> leave;
+        bool kept;
+    } cases[] = {
+        {"new tool, cancel", [this] { Click("Command6"); }, [&] { click("CanB"); }, false},
+        {"edit, Escape",
+         [this] {
+             ClickRow(4);
+             list->setFocus();
+             QTest::keyClick(list, Qt::Key_Return);
+         },
+         [editor] { QTest::keyClick(editor, Qt::Key_Escape); }, false},
+        {"new tool, store, cancel", [this] { Click("Command6"); },
+         [&] {
+             click("keepB");
+             click("CanB");
+         },
+         true},
+    };
+
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        ClickRow(0);
+        c.open();
+        ASSERT_TRUE(editor->isVisible());
+        ASSERT_EQ(ws.Table.CurrentSlot, 4);
+
+        c.leave();
+
+        EXPECT_FALSE(editor->isVisible());
+        EXPECT_EQ(ws.Table.Slots[4].ToolKind, c.kept ? KindBal : KindNone);
+        EXPECT_EQ(CellText(4, ListColumn::ToolKind), c.kept ? "BAL" : "");
+        EXPECT_EQ(SelectedRow(), 4);
+        EXPECT_EQ(Param().empty(), !c.kept);
+    }
     EXPECT_TRUE(messages.shown.empty());
 }
 
@@ -309,27 +377,117 @@ TEST_F(ToolListUi, WithAutoReadOffSavingOverTheUnreadFileAsksFirst)
     EXPECT_NE(files.read("machining_centre.TTL").find("edited with QORTool"), std::string::npos);
 }
 
-TEST_F(ToolListUi, TheInitialMagazineMustBeAWholePositionNumber)
+TEST_F(ToolListUi, TheInitialMagazineMustBeAWholePositionNumberAndKeepsTheFocusUntilItIs)
 {
     OpenSample();
+    Activate();
     QLineEdit &magIni = Box("MagIni");
 
-    for (const char *refused : {"0", "2.5", "31"}) {
-        magIni.setText(refused);
-        LeaveBox(magIni);
+    for (const char *refused : {"0", "2a.5", "31"}) {
+        Retype(&magIni, refused);
+        QTest::keyClick(&magIni, Qt::Key_Tab);
+        Settle();
 
         const auto message = TakeMessage();
         EXPECT_EQ(message.text, Msg("MSG17-1") + " 30 " + Msg("MSG17-2")) << refused;
         EXPECT_EQ(message.icon, MessageIcon::Exclamation) << refused;
+        EXPECT_EQ(QApplication::focusWidget(), &magIni) << refused;
+        EXPECT_EQ(magIni.selectedText(), refused);
     }
     EXPECT_EQ(ws.Table.InitialMagazine, 1);
 
     for (const char *accepted : {"", "7"}) {
-        magIni.setText(accepted);
-        LeaveBox(magIni);
+        Retype(&magIni, accepted);
+        QTest::keyClick(&magIni, Qt::Key_Delete); // empties the box where nothing was typed
+        QTest::keyClick(&magIni, Qt::Key_Tab);
+        Settle();
     }
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_EQ(ws.Table.InitialMagazine, 7);
+    EXPECT_NE(QApplication::focusWidget(), &magIni);
+}
+
+TEST_F(ToolListUi, HomeAndEndGoToTheFirstAndLastRow)
+{
+    OpenSample();
+    ClickRow(5);
+    list->setFocus();
+    const std::tuple<Qt::Key, Qt::KeyboardModifiers, int> keys[] = {
+        {Qt::Key_End, Qt::NoModifier, 29},
+        {Qt::Key_Home, Qt::NoModifier, 0},
+        {Qt::Key_End, Qt::ControlModifier, 29},
+        {Qt::Key_Home, Qt::ControlModifier, 0},
+    };
+
+    for (const auto &[key, modifiers, row] : keys) {
+        QTest::keyClick(list, key, modifiers);
+
+        EXPECT_EQ(SelectedRow(), row) << key << " " << modifiers;
+        EXPECT_EQ(list->currentIndex().column(), 0);
+        EXPECT_EQ(ws.Table.CurrentSlot, row);
+    }
+}
+
+TEST_F(ToolListUi, EnterInTheFileNameBoxReadsTheFileAndKeepsWhatWasTyped)
+{
+    Open(ThirtyPositions);
+    Sample("machining_centre.TTL");
+    std::filesystem::create_directory(files.file("sub"));
+    const QString typed = QString::fromStdString(files.file("sub/../machining_centre.TTL"));
+    Activate();
+
+    Retype(&Box("ToolFileName"), typed);
+    QTest::keyClick(&Box("ToolFileName"), Qt::Key_Return);
+
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(list->model()->rowCount(), 30);
+    EXPECT_EQ(CellText(0, ListColumn::ToolKind), "CUT");
+    EXPECT_EQ(Box("ToolFileName").text(), typed);
+}
+
+TEST_F(ToolListUi, TheFileNameThatTheProgramPutsInTheBoxIsCleaned)
+{
+    const std::string path = Sample("machining_centre.TTL");
+    std::filesystem::create_directory(files.file("sub"));
+
+    Open(ThirtyPositions, files.file("sub/./../machining_centre.TTL"));
+
+    EXPECT_EQ(Box("ToolFileName").text().toStdString(), path);
+    EXPECT_EQ(list->model()->rowCount(), 30);
+
+    window->SetFileChooser([this](const QString &, const QString &, const QString &) {
+        return QString::fromStdString(files.file("sub/../other.TTL"));
+    });
+    Click("Command1");
+    EXPECT_EQ(Box("ToolFileName").text().toStdString(), files.file("other.TTL"));
+}
+
+TEST_F(ToolListUi, AfterAReadTheInitialMagazineIsInViewBelowTheRowsAboveIt)
+{
+    for (const int initial : {3, 28}) {
+        files.write("ini" + std::to_string(initial) + ".TTL",
+                    "INI = MAGAZINE" + std::to_string(initial) + "\r\nMAGAZINE01 = FLA/10,20\r\n");
+    }
+    Open(ThirtyPositions, files.file("ini3.TTL"));
+    const auto inView = [this](int row) {
+        return list->viewport()->rect().contains(list->visualRect(list->model()->index(row, 0)));
+    };
+    const auto read = [this](const char *name) {
+        Box("ToolFileName").setText(QString::fromStdString(files.file(name)));
+        Click("Command2");
+    };
+
+    ASSERT_FALSE(inView(29)) << "the list must have rows out of view";
+    EXPECT_TRUE(inView(0) && inView(2));
+    EXPECT_EQ(SelectedRow(), 2);
+
+    read("ini28.TTL");
+    EXPECT_TRUE(inView(27));
+    EXPECT_EQ(SelectedRow(), 27);
+
+    read("ini3.TTL");
+    EXPECT_TRUE(inView(0) && inView(2));
+    EXPECT_EQ(SelectedRow(), 2);
 }
 
 TEST_F(ToolListUi, TheArborButtonEditsTheFileArborWhileItHasTheFocus)
@@ -388,6 +546,50 @@ TEST_F(ToolListUi, HelpOpensTheHelpFileInTheTextEditor)
     app.write("QORTool_Help.txt", "help");
     Click("Command8");
     EXPECT_EQ(started, std::vector<std::string>{"NotePad.exe " + app.file("QORTool_Help.txt")});
+}
+
+// Closes the list window when it is first shown: at once (inside start-up's
+// one round of events) or after a delay.
+class CloseWhenShown : public QObject
+{
+public:
+    explicit CloseWhenShown(int delay) : m_delay(delay) {}
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show && watched->objectName() == "ToolList") {
+            auto *window = static_cast<QWidget *>(watched);
+            if (m_delay == 0) {
+                QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
+            } else {
+                QTimer::singleShot(m_delay, window, &QWidget::close);
+            }
+        }
+        return false;
+    }
+
+private:
+    int m_delay;
+};
+
+TEST_F(StartedProgram, ClosingTheListWindowEndsTheProgramAtAnyMoment)
+{
+    StartProgram(ThirtyPositions);
+
+    for (const int delay : {0, 100}) {
+        SCOPED_TRACE(delay);
+        CloseWhenShown closer(delay);
+        qApp->installEventFilter(&closer);
+        QTimer guard; // ends an event loop that nobody quits
+        guard.setSingleShot(true);
+        QObject::connect(&guard, &QTimer::timeout, [] { QCoreApplication::exit(99); });
+        guard.start(5000);
+
+        const int status = RunWindows(ws, messages, {});
+
+        qApp->removeEventFilter(&closer);
+        EXPECT_EQ(status, 0);
+    }
 }
 
 } // namespace

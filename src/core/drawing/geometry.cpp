@@ -1,5 +1,6 @@
 #include "geometry.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <numbers>
@@ -296,32 +297,29 @@ GeoStatus FilletCircle(const Vec3 &p1, const Vec3 &q1, const Vec3 &p2, const Vec
     return GeoOk;
 }
 
-GeoStatus TaperDiameter(double cornerRadius, double flankAngleDegrees, double fluteLength,
-                        float &diameter)
+GeoStatus TaperDiameter(double cornerRadius, double flankAngleDegrees, float &diameter)
 {
     if (!(cornerRadius >= 0.0) || !std::isfinite(cornerRadius)) {
         return GeoBadRadius;
     }
-    if (!(std::abs(flankAngleDegrees) < 90.0) || !(fluteLength >= 0.0) ||
-        !std::isfinite(fluteLength)) {
+    if (!(std::abs(flankAngleDegrees) < 90.0)) {
         return GeoDegenerate;
     }
     const double theta = flankAngleDegrees * Pi / 180.0;
     // The flank runs at theta from the axis, leaning outwards as it rises. Moved R to the right of
-    // the parallel through the ball's centre (0, R) it touches the ball on the outside.
+    // the parallel through the ball's centre (0, R) it touches the ball on the outside, at the
+    // foot of the perpendicular from the centre.
     const Vec3 centre = MakePoint(0.0, cornerRadius);
     const Vec3 up = MakePoint(std::sin(theta), cornerRadius + std::cos(theta));
     Vec3 flank;
-    Vec3 fluteTop;
-    Vec3 meet;
+    Vec3 touch;
     if (OffsetLine(centre, up, -cornerRadius, flank) != GeoOk ||
-        LineThroughPoints(MakePoint(0.0, fluteLength), MakePoint(1.0, fluteLength), fluteTop) !=
-            GeoOk ||
-        IntersectLines(flank, fluteTop, meet) != GeoOk) {
+        FootOfPerpendicular(flank, centre, touch) != GeoOk) {
         return GeoDegenerate;
     }
-    const double d = 2.0 * meet[0];
-    if (!(d >= 0.0) || d > FLT_MAX) {
+    // R cos θ is never negative; for R = 0 rounding may leave a trace below 0.
+    const double d = std::max(0.0, 2.0 * touch[0]);
+    if (!(d <= FLT_MAX)) {
         return GeoDegenerate;
     }
     diameter = static_cast<float>(d);

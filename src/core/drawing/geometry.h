@@ -77,12 +77,11 @@ GeoStatus FilletCircle(const Vec3 &p1, const Vec3 &q1, const Vec3 &p2, const Vec
                        Fillet &fillet);
 
 // The diameter of a taper tool: a ball of `cornerRadius` at the tip (centre on the axis at that
-// height, touching the tip plane), the flank at `flankAngleDegrees` from the axis touching the
-// ball, and the diameter where that flank reaches `fluteLength` above the tip:
-// 2 · (cornerRadius / cos θ + (fluteLength − cornerRadius) · tan θ).
-// GeoDegenerate for |θ| ≥ 90°, a negative flute length, a diameter that comes out negative or
-// beyond the single range, or non-finite input; GeoBadRadius for a negative corner radius.
-GeoStatus TaperDiameter(double cornerRadius, double flankAngleDegrees, double fluteLength,
-                        float &diameter);
+// height, touching the tip plane) and the flank at `flankAngleDegrees` from the axis touching the
+// ball; the diameter where the flank touches it, 2 · cornerRadius · cos θ. That is where the
+// ball's edge gives way to the taper's and the tool leaves the tip circle, so it is fixed by the
+// tip alone; how wide the tool is at the top of its flutes follows from the angle and the flute
+// length. GeoDegenerate for |θ| >= 90° or non-finite input; GeoBadRadius for a negative radius.
+GeoStatus TaperDiameter(double cornerRadius, double flankAngleDegrees, float &diameter);
 
 } // namespace qor

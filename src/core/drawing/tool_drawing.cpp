@@ -2,8 +2,10 @@
 
 #include "geometry.h"
 #include "numeric_text.h"
+#include "recording_surface.h"
 #include "tool_kinds.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -77,10 +79,10 @@ void WriteDerivedValues(EditorForm &form, const FormChangeListener &changed)
         para.Write(3, para.Value(1));
         break;
     case KindTap: {
-        // A taper tool's diameter follows from its tip radius, taper angle and flute length;
-        // where they describe no tool the box keeps what it holds.
+        // A taper tool's diameter is where its flank leaves the tip ball, which its tip radius
+        // and taper angle fix; where they describe no tool the box keeps what it holds.
         float diameter = 0.0f;
-        if (TaperDiameter(para.Value(1), para.Value(5), para.Value(6), diameter) == GeoOk) {
+        if (TaperDiameter(para.Value(1), para.Value(5), diameter) == GeoOk) {
             para.Write(0, diameter);
         }
         para.Write(2, "0");
@@ -117,6 +119,16 @@ void WriteDerivedValues(EditorForm &form, const FormChangeListener &changed)
     if (kind == KindCut || kind == KindTap) {
         para.Enable(7, para.Value(5) >= 0.0f);
     }
+}
+
+// How wide the profile is drawn, across the axis: a flank leaning outwards, a tip ball or an
+// oval tip can reach beyond D. The outline is drawn at scale 1 onto a recording and measured.
+float OutlineDiameter(const DrawInputs &in)
+{
+    RecordingSurface outline(1, 1, 25.4);
+    DrawProfile(outline, in, {1.0f, 0.0f, 0.0f});
+    const std::optional<Bounds> box = outline.BoundingBox();
+    return box ? static_cast<float>(2.0 * std::max(box->right, -box->left)) : 0.0f;
 }
 
 void Segment(PictureSurface &surface, double x1, double y1, double x2, double y2)
@@ -162,6 +174,9 @@ bool FitScale(const DrawInputs &in, double width, double height, ViewTransform &
     // The comparison reads the editor's copy of the diameters and the assignment takes the
     // drawing input, on purpose; both come from the form's working sections, so they agree.
     float widest = in.DrawDia;
+    if (in.MagNo >= 1) {
+        widest = std::max(widest, OutlineDiameter(in));
+    }
     for (int i = 0; i < ArborSectionCount; ++i) {
         if (in.EditorSecDia[static_cast<std::size_t>(i)] > widest) {
             widest = in.DrawSecDia[static_cast<std::size_t>(i)];

@@ -17,8 +17,9 @@ using FormChangeListener = std::function<void(FormField)>;
 
 // The scale that fits the tool and its whole arbor into a picture of W × H (absolute, in the
 // picture's units) with a 5 % margin, the tool tip as far below the centre as the top of the
-// arbor is above it. False, with `view` untouched, when nothing could be drawn to such a scale:
-// a zero total length together with a zero width, or a scale not positive or not finite.
+// arbor is above it. The width counts the outline as drawn (MagNo 1 or more), which a flank or
+// a tip can make wider than D. False, with `view` untouched, when nothing could be drawn to such a
+// scale: a zero total length together with a zero width, or a scale not positive or not finite.
 bool FitScale(const DrawInputs &in, double width, double height, ViewTransform &view);
 
 // True size: scale 1, centred on the tool and the first four arbor sections only, so that a long

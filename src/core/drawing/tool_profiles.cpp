@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace qor {
@@ -162,15 +163,52 @@ double FlankAngle(const DrawInputs &in)
     return IsSlopeAngle(in.Theta) ? in.Theta : 0.0;
 }
 
+// A flank that narrows as it rises (a back taper, a dovetail, a lollipop cutter) cannot run on
+// through the axis: a real tool of that shape narrows to a neck that carries the head and goes
+// straight up from there. The neck is taken as half the tool's diameter, about what such
+// cutters stand on.
+double NarrowestRadius(const DrawInputs &in)
+{
+    return std::max(0.0, in.DrawDia / 4.0);
+}
+
+// The largest corner radius whose touch point on a narrowing flank still lies outside the neck:
+// the flank starts from its corner at `x` and the rounding touches it `perRadius` · r further on.
+double RoomOnNarrowingFlank(double x, double theta, double neck, double perRadius)
+{
+    if (theta >= 0.0) {
+        return std::numeric_limits<double>::infinity();
+    }
+    const double inwards = perRadius * std::sin(-theta);
+    return x > neck && inwards > 0.0 ? (x - neck) / inwards : 0.0;
+}
+
+// From `from` at `slope` up to `top`. Narrowing, it stops at the neck (or where it starts, when
+// that is narrower still) and goes straight up from there.
+ProfileEnd Rise(Outline &out, ProfileEnd from, double top, double slope, double neck)
+{
+    if (!(top > from.y)) {
+        return from;
+    }
+    const double x = from.x + (top - from.y) * slope;
+    const double narrowest = std::min(neck, from.x);
+    if (slope < 0.0 && x < narrowest) {
+        const double y = from.y + (from.x - narrowest) / -slope;
+        out.Pair(from.x, from.y, narrowest, y);
+        out.Pair(narrowest, y, narrowest, top);
+        return {narrowest, top};
+    }
+    out.Pair(from.x, from.y, x, top);
+    return {x, top};
+}
+
 ProfileEnd Shank(Outline &out, const DrawInputs &in, ProfileEnd from, double slope);
 
 // The flank from (x, y) at the slope up to the flute length (never downwards), then the shank.
 ProfileEnd FlankAndShank(Outline &out, const DrawInputs &in, double x, double y, double slope)
 {
     const double top = std::max<double>(in.Lc, y);
-    const double xTop = x + (top - y) * slope;
-    out.Pair(x, y, xTop, top);
-    return Shank(out, in, {xTop, top}, slope);
+    return Shank(out, in, Rise(out, {x, y}, top, slope, NarrowestRadius(in)), slope);
 }
 
 // The tip cone: lines from the axis at `cone` from the tip face up to the full diameter, where the
@@ -184,7 +222,8 @@ ProfileEnd ConeTip(Outline &out, const DrawInputs &in, double cone)
     const Vec3 apex = MakePoint(0.0, 0.0);
     const Vec3 shoulder = MakePoint(c, c * std::tan(cone));
 
-    // Both roundings share the cone line; a radius too large for it shrinks until they meet.
+    // Both roundings share the cone line; a radius too large for it shrinks until they meet, or
+    // until the shoulder's rounding would reach past the neck of a narrowing flank.
     double r = std::max(0.0, static_cast<double>(in.DrawRad));
     const double shoulderTurn = HalfPi - theta - cone;
     const double perRadius = TangentLength(2.0 * cone) + TangentLength(shoulderTurn);
@@ -192,6 +231,8 @@ ProfileEnd ConeTip(Outline &out, const DrawInputs &in, double cone)
     if (r * perRadius > coneLength) {
         r = coneLength / perRadius;
     }
+    r = std::min(r,
+                 RoomOnNarrowingFlank(c, theta, NarrowestRadius(in), TangentLength(shoulderTurn)));
 
     Vec3 coneStart = apex;
     Fillet tip;
@@ -219,7 +260,9 @@ ProfileEnd Shank(Outline &out, const DrawInputs &in, ProfileEnd from, double slo
     double x = from.x;
     double y = from.y;
     const double length = in.DrawLength;
-    if (!std::isfinite(slope)) {
+    // Without a neck of its own (length modes 0 and 1) the body goes straight up from where the
+    // flutes end, as a taper tool's does.
+    if (!std::isfinite(slope) || in.LengthMode < 2) {
         slope = 0.0;
     }
     if (!(y < length)) {
@@ -232,19 +275,25 @@ ProfileEnd Shank(Outline &out, const DrawInputs &in, ProfileEnd from, double slo
     };
     const double shank = in.ShankDia > 0.0f ? in.ShankDia / 2.0 : x;
     const double tolerance = Tiny(shank);
-    // Rises at `grow` (x per y) to `top`; a rise that reaches the shank radius on its way out
-    // runs into the shank there.
+    const double neck = NarrowestRadius(in);
+    // Rises at `grow` (x per y) to `top`; a rise that reaches the shank radius on its way runs
+    // into the shank there, and a narrowing one stops at the neck.
     const auto rise = [&](double top, double grow) {
         top = std::min(top, length);
         if (!(top > y)) {
             return;
         }
         const double nx = x + (top - y) * grow;
-        if (grow > 0.0 && x <= shank + tolerance && nx > shank) {
-            to(shank, y + std::max(0.0, shank - x) / grow);
+        const bool intoShank =
+            grow > 0.0 ? x <= shank + tolerance && nx > shank
+                       : grow < 0.0 && shank >= neck && x >= shank - tolerance && nx < shank;
+        if (intoShank) {
+            to(shank, y + std::abs(shank - x) / std::abs(grow));
             return;
         }
-        to(nx, top);
+        const ProfileEnd end = Rise(out, {x, y}, top, grow, neck);
+        x = end.x;
+        y = end.y;
     };
 
     if (in.LengthMode == 3) {
@@ -285,13 +334,10 @@ ProfileEnd DrawGeneralProfile(PictureSurface &surface, const DrawInputs &in,
     const double theta = FlankAngle(in);
     const double slope = std::tan(theta);
     const Vec3 up = MakeDirection(std::sin(theta), std::cos(theta));
-    // Where the flank meets the tip face. A taper tool's diameter is taken at the top of its
-    // flutes, so its flank comes down from there.
-    const double flankFoot = c - (in.Kind == KindTap ? in.Lc * slope : 0.0);
-    if (flankFoot <= 0.0 && slope > 0.0) {
-        // The flank reaches the axis above the tip face: a pointed tool.
-        return FlankAndShank(out, in, 0.0, -flankFoot / slope, slope);
-    }
+    // Where the flank meets the tip face. A taper tool's diameter is where its flank touches the
+    // tip ball, at c from the axis; the ball's radius is then c / cos θ, the flank touches it
+    // (c / cos θ)(1 − sin θ) above the tip and so meets the tip face at c / (1 + sin θ).
+    const double flankFoot = in.Kind == KindTap ? c / (1.0 + std::sin(theta)) : c;
     const Vec3 corner = MakePoint(std::max(flankFoot, 0.0), 0.0);
 
     double r = std::max(0.0, static_cast<double>(in.DrawRad));
@@ -299,6 +345,7 @@ ProfileEnd DrawGeneralProfile(PictureSurface &surface, const DrawInputs &in,
     if (r * perRadius > corner[0]) {
         r = perRadius > 0.0 ? corner[0] / perRadius : 0.0;
     }
+    r = std::min(r, RoomOnNarrowingFlank(corner[0], theta, NarrowestRadius(in), perRadius));
     Fillet round;
     if (r <= 0.0 || !Round(MakePoint(0.0, 0.0), MakeDirection(1.0, 0.0), corner, up, r, round)) {
         out.Across(corner[0], 0.0);
@@ -316,15 +363,25 @@ ProfileEnd DrawConcaveProfile(PictureSurface &surface, const DrawInputs &in,
 {
     Outline out(surface, view);
     OutlineWidth(out, in);
-    const double c = in.DrawDia / 2.0;
-    const double r = std::clamp(-static_cast<double>(in.DrawRad), 0.0, std::max(c, 0.0));
+    const double c = std::max(0.0, in.DrawDia / 2.0);
+    const double r = std::max(0.0, -static_cast<double>(in.DrawRad));
+    const double slope = std::tan(FlankAngle(in));
+    if (r >= c) {
+        // A hollow as wide as the tool's radius or wider leaves nothing of the tip face and the
+        // step under it: the hollows of both sides meet in a point on the axis at the tip. The
+        // round keeps its radius and runs from that point up to the side, about a centre below
+        // the tip face.
+        const double below = std::sqrt(r * r - c * c);
+        out.ArcPair(c, -below, r, HalfPi, std::atan2(below, -c));
+        return FlankAndShank(out, in, c, r > 0.0 ? c * c / (r + below) : 0.0, slope);
+    }
     const double inner = c - r;
     const double step = std::max(0.0, static_cast<double>(in.Q4) - r);
 
     out.Across(inner, 0.0);
     out.Pair(inner, 0.0, inner, step);
     out.ArcPair(c, step, r, HalfPi, Pi);
-    return FlankAndShank(out, in, c, step + r, std::tan(FlankAngle(in)));
+    return FlankAndShank(out, in, c, step + r, slope);
 }
 
 ProfileEnd DrawVerProfile(PictureSurface &surface, const DrawInputs &in, const ViewTransform &view)

@@ -27,18 +27,20 @@ struct ProfileEnd
 // than the corner, an angle of 90° or more); nothing is ever drawn from a NaN or an infinity.
 //
 // Kinds CUT, BAL, TAP, FLA, BUL, KEG with R >= 0. D is the diameter where the flank meets the tip
-// face (or the tip cone); for TAP, whose diameter is worked out at the top of its flutes, where
-// the flank reaches Lc, which puts its tip ball on the axis. R rounds the corner between tip and
-// flank; θ (Para 5) tilts the flank outwards from the axis as it rises; Q5 (Para 4, between 0 and
-// 90°) raises the tip into a cone at that angle from the tip face, rounded with R at the point and
-// at the shoulder where it meets the flank. The flank runs up to the flute length Lc.
+// face (or the tip cone); for TAP, where the flank touches the tip ball, which puts the ball on
+// the axis. R rounds the corner between tip and flank; θ (Para 5) tilts the flank outwards from
+// the axis as it rises (a negative θ narrows it: the flank then stops narrowing at a neck of half
+// the diameter and goes straight up, it never crosses the axis); Q5 (Para 4, between 0 and 90°)
+// raises the tip into a cone at that angle from the tip face, rounded with R at the point and at
+// the shoulder where it meets the flank. The flank runs up to the flute length Lc.
 ProfileEnd DrawGeneralProfile(PictureSurface &surface, const DrawInputs &in,
                               const ViewTransform &view);
 
 // The same kinds with R < 0: a hollow (concave) corner of radius |R| cut into the corner of the
 // tip. The tip face reaches D/2 − |R|; a straight step rises from there to Q4 − |R|; the quarter
 // round of radius |R| about (D/2, Q4 − |R|) meets the side at height Q4 (Para 3, the height of
-// the corner step, at least |R|); the side runs up to Lc.
+// the corner step, at least |R|); the side runs up to Lc. A hollow of |R| >= D/2 leaves no tip
+// face and no step: the rounds of both sides meet in a point on the axis at the tip.
 ProfileEnd DrawConcaveProfile(PictureSurface &surface, const DrawInputs &in,
                               const ViewTransform &view);
 
@@ -71,12 +73,13 @@ ProfileEnd DrawRadiusProfile(PictureSurface &surface, const DrawInputs &in,
 // the full diameter.
 ProfileEnd DrawTTProfile(PictureSurface &surface, const DrawInputs &in, const ViewTransform &view);
 
-// Continues the outline from `from` (tool units) up to the tool length L. The neck continues the
-// flank at `slope` (x per unit of y) up to N1 (N2 in length mode 3); a sloped flank that reaches
-// the shank diameter earlier runs into the shank there. Mode 3 adds the taper stage of length Nt
-// widening by |tan Tn|·Nt. The shoulder steps to Ds/2 at the shoulder angle from the axis (0 or
-// 90° and more: a square step), and the shank walls rise to L. Below mode 2 the neck reaches L
-// and nothing follows it. Returns where the outline stopped.
+// Continues the outline from `from` (tool units) up to the tool length L. In length modes 2 and 3
+// the neck continues the flank at `slope` (x per unit of y) up to N1 (N2 in mode 3); a sloped
+// neck that reaches the shank diameter earlier runs into the shank there, and a narrowing one
+// stops at half the tool's diameter. Mode 3 adds the taper stage of length Nt widening by
+// |tan Tn|·Nt. The shoulder steps to Ds/2 at the shoulder angle from the axis (0 or 90° and more:
+// a square step), and the shank walls rise to L. Below mode 2 there is no neck: the body goes
+// straight up to L. Returns where the outline stopped.
 ProfileEnd DrawShank(PictureSurface &surface, const DrawInputs &in, const ViewTransform &view,
                      ProfileEnd from, double slope);
 

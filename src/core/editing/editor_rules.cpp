@@ -326,8 +326,31 @@ void EditorRules::SetMagNo(std::string text)
     MagNoChange();
 }
 
+void EditorRules::ShowMagazine(std::string text)
+{
+    if (text == m_form.MagNo.Text && m_loaded && *m_loaded == WhatTableHolds()) {
+        return;
+    }
+    SetMagNo(std::move(text));
+}
+
+EditorRules::Loaded EditorRules::WhatTableHolds() const
+{
+    Loaded now{m_form.MagNo.Text, m_ws.ArborEdit, {}, 0, {}};
+    if (ToInt16(m_form.MagNo.Text).value_or(0) == 0) {
+        if (m_ws.ArborEdit) {
+            now.ArborType = m_ws.Table.DefaultArborType;
+            now.Arbor = m_ws.Table.DefaultArbor;
+        }
+    } else if (const ToolSlot *slot = CurrentSlotOf(m_ws.Table)) {
+        now.Slot = *slot;
+    }
+    return now;
+}
+
 void EditorRules::MagNoChange()
 {
+    m_loaded = WhatTableHolds();
     const int n = ToInt16(m_form.MagNo.Text).value_or(0);
     // 1001 is reserved: it reloads the editor alone and leaves the option
     // feed and limit windows as they are.

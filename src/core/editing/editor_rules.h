@@ -102,6 +102,12 @@ public:
     // Writes the magazine box and runs MagNoChange.
     void SetMagNo(std::string text);
 
+    // The list hands a position to the editor: like SetMagNo, but writing
+    // the number already shown is no change, so the user's unsaved edits
+    // stay, unless the table no longer holds what the editor loaded from it
+    // (a read, a store, a delete): then the window shows the table again.
+    void ShowMagazine(std::string text);
+
     // Reloads the window for the magazine box's whole value n, from the
     // table's current slot. Unless n is 1001 the option feed copy and the
     // limit state are reloaded first. n = 0 loads no tool; with the
@@ -138,8 +144,22 @@ private:
     void LoadFileArbor();
     void ClearFeedAndLimit();
 
+    // What the last load showed: the magazine number, and the slot or the
+    // file's arbor it was loaded from.
+    struct Loaded
+    {
+        std::string MagNo;
+        bool ArborEdit = false;
+        ToolSlot Slot;
+        std::int16_t ArborType = 0;
+        ArborSections Arbor;
+        bool operator==(const Loaded &) const = default;
+    };
+    Loaded WhatTableHolds() const;
+
     EditorForm &m_form;
     Workspace &m_ws;
+    std::optional<Loaded> m_loaded;
     RedrawHandler m_redraw;
     ChangeListener m_changed;
 };

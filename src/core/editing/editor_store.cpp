@@ -206,6 +206,7 @@ StoreOutcome StoreForm(EditorForm &form, Workspace &ws, MessageService &messages
     }
 
     table.CurrentSlot = static_cast<std::int16_t>(*magazine - 1);
+    ws.NewToolSlot = -1; // a stored tool stays, whatever the editor does next
     ToolSlot &slot = table.Slots[static_cast<std::size_t>(table.CurrentSlot)];
     const ToolSlot before = slot;
     if (form.Tool.Index >= 0) {

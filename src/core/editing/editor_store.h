@@ -32,7 +32,8 @@ struct StoreOutcome
 // ("MSG17-1"). Shift and pen store 0 while their switch is cleared, the
 // option feeds only while the option feed window's magazine box holds 1 or
 // more, the limit values only those the limit kind uses. With no kind chosen
-// the slot keeps its kind. The form keeps showing what was stored.
+// the slot keeps its kind. The form keeps showing what was stored. A stored
+// tool clears the workspace's NewToolSlot.
 StoreOutcome StoreForm(EditorForm &form, Workspace &workspace, MessageService &messages);
 
 // How many characters of an edited tool name the store keeps.

@@ -1,8 +1,10 @@
 #include "param_string.h"
 
+#include "code_page.h"
 #include "numeric_text.h"
 #include "tool_list_rows.h"
 
+#include <cstdint>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -15,11 +17,48 @@ constexpr std::size_t LabelWidth = 10;
 constexpr std::size_t EntryWidth = 20;
 constexpr std::string_view LineEnd = "\r\n";
 
+// Characters that a fixed-pitch font shows two columns wide: the East Asian wide and full-width
+// ranges (kana, kanji, hangul, full-width forms and punctuation).
+bool IsWide(std::uint32_t c)
+{
+    return (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0x303E) ||
+           (c >= 0x3041 && c <= 0x33FF) || (c >= 0x3400 && c <= 0x4DBF) ||
+           (c >= 0x4E00 && c <= 0x9FFF) || (c >= 0xA000 && c <= 0xA4CF) ||
+           (c >= 0xAC00 && c <= 0xD7A3) || (c >= 0xF900 && c <= 0xFAFF) ||
+           (c >= 0xFE30 && c <= 0xFE4F) || (c >= 0xFF00 && c <= 0xFF60) ||
+           (c >= 0xFFE0 && c <= 0xFFE6) || (c >= 0x20000 && c <= 0x3FFFD);
+}
+
+// How many columns of the Param box's fixed-pitch font the UTF-8 text takes.
+std::size_t Columns(std::string_view text)
+{
+    std::size_t columns = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t length = Utf8SequenceLength(text, i);
+        if (length == 0) {
+            ++columns; // a stray byte shows as one replacement character
+            ++i;
+            continue;
+        }
+        std::uint32_t c = static_cast<unsigned char>(text[i]);
+        if (length > 1) {
+            c &= 0x7Fu >> length;
+            for (std::size_t k = 1; k < length; ++k) {
+                c = (c << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3Fu);
+            }
+        }
+        columns += IsWide(c) ? 2 : 1;
+        i += length;
+    }
+    return columns;
+}
+
+// Blanks up to `width` columns, and at least one: a label or an entry as wide as its column or
+// wider is still set apart from what follows it.
 void PadTo(std::string &text, std::size_t width)
 {
-    if (text.size() < width) {
-        text.append(width - text.size(), ' ');
-    }
+    const std::size_t columns = Columns(text);
+    text.append(columns < width ? width - columns : 1, ' ');
 }
 
 class ParamText

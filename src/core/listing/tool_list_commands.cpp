@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace qor {
 
@@ -53,6 +54,7 @@ bool ToolListCommands::Read(const std::string &path)
     const FileStamp stamp = TakeFileStamp(path);
     const ReadResult result = ReadToolListFile(table, path);
     if (result.outcome != ReadOutcome::NotFound) {
+        m_ws.NewToolSlot = -1; // the table is the file's now
         m_toolsBeyondTable = result.skippedPositions > 0;
         m_lastRead = LastRead{path, stamp, result.outcome == ReadOutcome::FormatError};
     }
@@ -174,6 +176,7 @@ bool ToolListCommands::Save(const std::string &path, const std::string &magIniTe
     }
     // What is there now is what this run wrote: the next save asks nothing.
     m_lastRead = LastRead{path, TakeFileStamp(path)};
+    m_ws.NewToolSlot = -1; // saved, the new tool stays
     StoreFileSettings(path, autoRead);
     if (!m_ws.NoQuestionAfterSave &&
         m_messages.Show(m_ws.Text("MSG", "MSG11") + m_ws.Text("MSG", "MSG12"),
@@ -225,8 +228,10 @@ std::optional<TableChange> ToolListCommands::EditChange(int row)
     }
     const ToolTable &table = m_ws.Table;
     TableChange change = UnchangedTable(ChangeKind::NewTool);
+    m_ws.NewToolSlot = -1;
     if (!table.Slots[static_cast<std::size_t>(row)].HasTool()) {
         change = *MakeNewTool(table, row);
+        m_ws.NewToolSlot = static_cast<std::int16_t>(row);
     }
     change.Focus = {row, row};
     return change;
@@ -256,6 +261,7 @@ std::optional<TableChange> ToolListCommands::NewToolChange()
         // The list shows rows from then on.
         change.Initial = BeforeAfter<std::int16_t>{table.InitialMagazine, 1};
     }
+    m_ws.NewToolSlot = static_cast<std::int16_t>(slot);
     return change;
 }
 
@@ -339,6 +345,16 @@ bool ToolListCommands::CheckMagIni(const std::string &text)
     }
     ApplyChange(m_ws.Table, *change, ChangeDirection::Redo);
     return true;
+}
+
+std::optional<int> CancelNewTool(Workspace &workspace)
+{
+    const int slot = std::exchange(workspace.NewToolSlot, std::int16_t{-1});
+    if (slot < 0 || slot >= static_cast<int>(workspace.Table.Slots.size())) {
+        return std::nullopt;
+    }
+    ClearSlot(workspace.Table, slot);
+    return slot;
 }
 
 std::string MagIniRefusalText(const Workspace &workspace)

@@ -65,13 +65,14 @@ public:
     bool Select(int row);
 
     // Edit: the slot to open in the editor, which becomes the current slot;
-    // an empty position first receives the default new tool. Nothing, after
-    // "MSG8", when no row is selected.
+    // an empty position first receives the default new tool, and becomes the
+    // workspace's NewToolSlot. Nothing, after "MSG8", when no row is selected.
     std::optional<int> Edit(int row);
 
-    // New tool: the first free slot, current and holding the default new
-    // tool; nothing, after a beep and "MSG14", when the magazine is full.
-    // A table without an initial magazine then starts at position 1.
+    // New tool: the first free slot, current, holding the default new tool
+    // and the workspace's NewToolSlot; nothing, after a beep and "MSG14",
+    // when the magazine is full. A table without an initial magazine then
+    // starts at position 1.
     std::optional<int> NewTool();
 
     // Delete: asks, then empties the slot. True when the tool was deleted.
@@ -83,7 +84,8 @@ public:
     // Nothing when the command was refused or cancelled; an Empty() change
     // when it goes on without changing the table (editing a position that
     // holds a tool, deleting an empty one, an empty or unchanged MagIni box).
-    // The change's Focus.After is the position to open in the editor.
+    // The change's Focus.After is the position to open in the editor. New
+    // tool and Edit also set the workspace's NewToolSlot as their namesakes.
     std::optional<TableChange> NewToolChange();
     std::optional<TableChange> EditChange(int row);
     std::optional<TableChange> DeleteChange(int row);
@@ -121,6 +123,11 @@ private:
     // without asking.
     std::optional<LastRead> m_lastRead;
 };
+
+// The editor was cancelled: the workspace's NewToolSlot, filled by Edit or New
+// tool and since kept by no store, save or read, is emptied again and
+// forgotten. Returns that slot; nothing when there was none.
+std::optional<int> CancelNewTool(Workspace &workspace);
 
 // The tool list file the list window starts with: the command line when it
 // names one (a relative name is taken from `currentDir`), else the "TTL File"

@@ -58,6 +58,11 @@ struct Workspace
     bool QuietDefaultRead = false; // no message when the default file is missing
     bool NoQuestionAfterSave = false;
 
+    // The slot that the list's Edit or New tool command filled with the
+    // default new tool before opening the editor on it, until a store keeps
+    // the tool; -1 for none. Cancelling the editor empties it again.
+    std::int16_t NewToolSlot = -1;
+
     // Shorthand for Catalogue.GetText.
     std::string Text(std::string_view section, std::string_view key) const
     {

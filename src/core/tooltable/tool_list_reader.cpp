@@ -373,41 +373,33 @@ bool ToolListParser::Magazine(std::string_view &rest)
 
 bool ToolListParser::Tool(std::int16_t kind, std::string_view &rest)
 {
+    // The kind is set before anything else is looked at, and each value as
+    // it is read: a fault further on leaves what came before it in the table.
+    ToolSlot &slot = Slot();
+    slot.ToolKind = kind;
     if (!DropThrough(rest, '/')) {
         return Fail("MSG31-7", {std::string(KindWords[static_cast<std::size_t>(kind)])},
                     "the tool item \"" + std::string(KindWords[static_cast<std::size_t>(kind)]) +
                         "\" needs a \"/\" before its numbers.");
     }
     const KindLayout &layout = KindLayouts[static_cast<std::size_t>(kind)];
-    std::array<float, 7> values{};
-    NumberPair pair;
     for (std::size_t i = 0; i < static_cast<std::size_t>(layout.count); ++i) {
         if (layout.fields[i] != nullptr) {
-            if (!Number(rest, values[i])) {
+            if (!Number(rest, slot.*layout.fields[i])) {
                 return false;
             }
             continue;
         }
         const std::string_view before = rest;
-        auto read = ReadNumberPair(rest);
-        if (!read) {
+        auto pair = ReadNumberPair(rest);
+        if (!pair) {
             return Fail("MSG31-8", {NumberTextForMessage(before)},
                         "the numbers \"" + NumberTextForMessage(before) +
                             "\" are too large for a tool value.");
         }
-        pair = *read;
-    }
-
-    ToolSlot &slot = Slot();
-    slot.ToolKind = kind;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(layout.count); ++i) {
-        if (layout.fields[i] != nullptr) {
-            slot.*layout.fields[i] = values[i];
-        } else {
-            slot.Param6 = pair.first;
-            if (pair.second) {
-                slot.Param7 = *pair.second;
-            }
+        slot.Param6 = pair->first;
+        if (pair->second) {
+            slot.Param7 = *pair->second;
         }
     }
     if (auto comment = ReadQuoted(rest)) {

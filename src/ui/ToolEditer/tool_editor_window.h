@@ -20,6 +20,7 @@ class QScrollBar;
 
 namespace qor {
 
+class AuxiliaryToolWindow;
 class EditorPicture;
 class PictureSurface;
 class LeaveChecker;
@@ -63,7 +64,8 @@ public:
 
 signals:
     // A tool was stored into the table (keepB or OKB), or, with 0, the
-    // file's default arbor (OKB only): the list rebuilds its rows and shows
+    // file's default arbor (OKB only), or CanB emptied the position that the
+    // list had filled with the new tool: the list rebuilds its rows and shows
     // that position.
     void stored(int magazineNumber);
     // The picture was drawn for a change of the tool.
@@ -100,7 +102,7 @@ private:
     void Redraw();
     void PaintPicture(PictureSurface &surface, bool afresh);
     void FormActivate();
-    void ShowCompanion(QWidget *window);
+    void ShowCompanion(AuxiliaryToolWindow *window);
 
     Workspace &m_ws;
     MessageService &m_messages;

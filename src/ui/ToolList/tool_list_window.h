@@ -23,6 +23,7 @@ class QTableView;
 namespace qor {
 
 class InfoWindow;
+class LeaveChecker;
 class PictureSurface;
 class PictureView;
 class ToolEditorLink;
@@ -79,6 +80,31 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    // Command1 .. Command9 by number, for the loops that name, caption and
+    // connect them.
+    enum Command
+    {
+        Browse,
+        Read,
+        Edit,
+        Save,
+        Close,
+        NewTool,
+        Delete,
+        Help,
+        About,
+    };
+    // Label1 .. Label5 by use; the others are spare.
+    enum Label
+    {
+        FileLabel,   // Label1: Text12
+        MagIniLabel, // Label2: Text13
+        ArborLabel,  // Label3: Text14
+        ParamLabel,  // Label4: Text15
+        TitleLabel,  // Label5: the list title
+    };
+
+    // The form (tool_list_form.cpp).
     void BuildControls();
     void BuildLayout();
     void SetCaptions();
@@ -87,6 +113,8 @@ private:
     int ListWidth() const;
     void SetTabOrder();
     void Connect();
+
+    // The behaviour (tool_list_window.cpp).
     void FormLoad(const QString &commandLineFile);
 
     void OnCommand1();
@@ -100,19 +128,24 @@ private:
     void OnCommand9();
     void OnArborEdit();
     void OnAutoReadClicked(bool checked);
-    void OnMagIniLeave();
+    bool OnMagIniLeave();
     void OnCurrentRowChanged(const QModelIndex &current);
     void OnRowDoubleClicked(const QModelIndex &index);
 
     // Rebuilds the rows and, when the list has rows, selects `row`.
     void FillToolList(int row);
     void SelectRow(int row);
+    // Scrolls the initial magazine and the selected row into view.
+    void ShowSelection();
     int SelectedRow() const;
     void OpenEditor(int slot);
     void ShowParam();
     void DrawPicture(PictureSurface &surface);
     void ShowArborPicture(bool on);
     std::string FileName() const;
+    // Puts a path that the program chose into the file name box, cleaned of
+    // "." and ".." parts.
+    void ShowFileName(const QString &path);
 
     Workspace &m_ws;
     MessageService &m_messages;
@@ -121,7 +154,7 @@ private:
     FileChooser m_chooseFile;
     ToolListContents m_contents;
     ToolListModel *m_model = nullptr;
-    bool m_checkingMagIni = false;
+    LeaveChecker *m_checker = nullptr;
     bool m_arborPicture = false; // the picture shows the file-level arbor
     bool m_splitterPlaced = false;
 

@@ -4,7 +4,9 @@
 #include "numeric_box.h"
 #include "settings_fonts.h"
 #include "window_look.h"
+#include "window_placement.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
@@ -12,6 +14,14 @@
 #include <QTimer>
 
 namespace qor {
+
+namespace {
+
+// How long a window may wait for the activation to come back after its
+// message closed, before another active window counts as the user's choice.
+constexpr int SettleMilliseconds = 400;
+
+} // namespace
 
 AuxiliaryToolWindow::AuxiliaryToolWindow(const QString &objectName, Workspace &workspace,
                                          MessageService &messages, QWidget *parent)
@@ -65,7 +75,38 @@ QPushButton *AuxiliaryToolWindow::AddCloseButton(const QString &objectName)
 bool AuxiliaryToolWindow::RefuseNumber()
 {
     m_messages.Show(m_ws.Text("MSG", "MSG1"), MessageIcon::Exclamation, MessageButtons::Ok);
+    // When the message closes, the window manager may activate the editor
+    // before the focus comes back here; that is not the user leaving.
+    m_settling = true;
+    QTimer::singleShot(SettleMilliseconds, this, [this] {
+        m_settling = false;
+        HideUnlessActive();
+    });
     return false;
+}
+
+void AuxiliaryToolWindow::ShowAt(const QPoint &corner)
+{
+    if (!m_placed) {
+        adjustSize();
+        PlaceOnScreen(*this, corner);
+        m_placed = true;
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+void AuxiliaryToolWindow::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    KeepOnScreen(*this);
+    // The frame is known only once the window manager has framed it.
+    QTimer::singleShot(0, this, [this] {
+        if (isVisible()) {
+            KeepOnScreen(*this);
+        }
+    });
 }
 
 void AuxiliaryToolWindow::Dismiss()
@@ -77,6 +118,9 @@ void AuxiliaryToolWindow::Dismiss()
 void AuxiliaryToolWindow::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        m_settling = false;
+    }
     if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
         // Decided once the activation has settled: a message of this window
         // takes the activation too, and must not close it.
@@ -86,7 +130,7 @@ void AuxiliaryToolWindow::changeEvent(QEvent *event)
 
 void AuxiliaryToolWindow::HideUnlessActive()
 {
-    if (isVisible() && !m_checker->Busy() && AnotherWindowTookOver(*this)) {
+    if (isVisible() && !m_checker->Busy() && !m_settling && AnotherWindowTookOver(*this)) {
         hide();
     }
 }
@@ -96,6 +140,14 @@ void AuxiliaryToolWindow::keyPressEvent(QKeyEvent *event)
     if (event->key() == Qt::Key_Escape) {
         Dismiss();
         return;
+    }
+    // A plain widget window has no default button: Enter presses the
+    // focused button, as it does in a dialog.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (auto *button = qobject_cast<QAbstractButton *>(focusWidget())) {
+            button->click();
+            return;
+        }
     }
     QWidget::keyPressEvent(event);
 }

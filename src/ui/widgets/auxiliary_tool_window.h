@@ -21,6 +21,11 @@ class AuxiliaryToolWindow : public QWidget
 {
     Q_OBJECT
 
+public:
+    // Shows the window, the first time with its top-left corner at `corner`,
+    // later where the user left it; always wholly on the screen.
+    void ShowAt(const QPoint &corner);
+
 protected:
     AuxiliaryToolWindow(const QString &objectName, Workspace &workspace, MessageService &messages,
                         QWidget *parent);
@@ -35,6 +40,7 @@ protected:
 
     void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
     Workspace &m_ws;
 
@@ -44,6 +50,10 @@ private:
 
     MessageService &m_messages;
     LeaveChecker *m_checker = nullptr;
+    bool m_placed = false;
+    // Set while the activation settles after a message of this window
+    // closed: the window manager may first hand it to another window.
+    bool m_settling = false;
 };
 
 } // namespace qor

@@ -65,9 +65,6 @@ bool LeaveChecker::RunCheck(QWidget *box)
     if (check == m_checks.end() || !box->isVisible() || !box->isEnabled()) {
         return true;
     }
-    if (QWidget *popup = QApplication::activePopupWidget()) {
-        popup->close(); // an open list would sit on top of the message
-    }
     m_running = true;
     const bool accepted = check->second();
     m_running = false;

@@ -29,6 +29,10 @@ QMessageBox::Icon BoxIcon(MessageIcon icon)
 MessageAnswer QtMessageService::Show(const std::string &text, MessageIcon icon,
                                      MessageButtons buttons, const std::string &title)
 {
+    // An open drop-down list would sit on top of the message and take its keys.
+    if (QWidget *popup = QApplication::activePopupWidget()) {
+        popup->close();
+    }
     QWidget *parent = m_parent ? m_parent.data() : QApplication::activeWindow();
     QMessageBox box(BoxIcon(icon), QString::fromStdString(title.empty() ? "QORTool" : title),
                     QString::fromStdString(text), QMessageBox::NoButton, parent);

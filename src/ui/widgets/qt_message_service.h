@@ -3,8 +3,7 @@
 #include "message_service.h"
 
 #include <QPointer>
-
-class QWidget;
+#include <QWidget>
 
 namespace qor {
 
