@@ -27,6 +27,7 @@ int RunWindows(Workspace &workspace, MessageService &messages, const QString &co
     }
 
     CreateEditorWindows(workspace, &toolList, messages);
+    toolList.OfferRecovery();
     return QApplication::exec();
 }
 

@@ -50,7 +50,7 @@ std::vector<CatalogueKey> BuildKeys()
 {
     std::vector<CatalogueKey> keys;
 
-    KeyList("frmList", "Text").Range(1, 15).Range(21, 29).AppendTo(keys);
+    KeyList("frmList", "Text").Range(1, 15).Range(21, 29).Range(40, 47).AppendTo(keys);
 
     KeyList("frmFSet", "Text").Range(0, 14).AppendTo(keys);
 

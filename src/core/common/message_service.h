@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 namespace qor {
 
@@ -39,6 +41,16 @@ public:
     virtual MessageAnswer Show(const std::string &text, MessageIcon icon,
                                MessageButtons buttons = MessageButtons::Ok,
                                const std::string &title = {}) = 0;
+    // A question with answers of its own, given by their texts: Enter gives
+    // the first, Escape the last, which must be the safe one. Returns the
+    // index of the answer. A service that cannot ask gives the last.
+    virtual std::size_t Choose(const std::string &text, const std::vector<std::string> &answers,
+                               const std::string &title = {})
+    {
+        (void)text;
+        (void)title;
+        return answers.empty() ? 0 : answers.size() - 1;
+    }
     virtual void Beep() {}
 };
 

@@ -19,6 +19,7 @@ EditorWindows CreateEditorWindows(Workspace &workspace, ToolListWindow *list,
     windows.Editor->SetCompanions(windows.OptionFeed, windows.Limit);
     if (list != nullptr) {
         windows.Editor->SetListWindow(list);
+        windows.Editor->SetHistory(&list->History());
         list->SetEditorLink(windows.Editor);
         QObject::connect(windows.Editor, &ToolEditorWindow::stored, list,
                          &ToolListWindow::ShowStoredTool);

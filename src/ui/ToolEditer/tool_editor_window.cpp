@@ -11,6 +11,7 @@
 #include "numeric_box.h"
 #include "numeric_text.h"
 #include "qt_text.h"
+#include "table_history.h"
 #include "tool_drawing.h"
 #include "tool_fset_window.h"
 #include "tool_limit_window.h"
@@ -405,6 +406,26 @@ void ToolEditorWindow::ShowCompanion(AuxiliaryToolWindow *window)
     }
 }
 
+void ToolEditorWindow::SetHistory(TableHistory *history)
+{
+    m_history = history;
+    connect(
+        history, &TableHistory::applied, this, [this](const TableChange &change, ChangeDirection) {
+            if (m_storing || m_form.MagNo.Text.empty()) {
+                return;
+            }
+            const int magazine = MagazineNumber();
+            const std::vector<int> touched = ChangedSlots(change);
+            const bool shown =
+                magazine == 0 ? change.Arbor.has_value()
+                              : std::binary_search(touched.begin(), touched.end(), magazine - 1);
+            if (shown && magazine >= 0) {
+                // What the table holds now, edits of this window included.
+                m_rules.SetMagNo(std::to_string(magazine));
+            }
+        });
+}
+
 bool ToolEditorWindow::keepB_Click()
 {
     if (!m_checker->CommitFocused()) {
@@ -423,6 +444,11 @@ bool ToolEditorWindow::keepB_Click()
             }
         }
         return false;
+    }
+    if (outcome.Change && m_history != nullptr) {
+        m_storing = true;
+        m_history->Push(*outcome.Change);
+        m_storing = false;
     }
     // The list answers by choosing the stored row, which loads it into this
     // window; the file's arbor has no row, so the list hears of it only when
@@ -458,6 +484,9 @@ void ToolEditorWindow::CanB_Click()
     // A position that the list filled with the new tool for this edit is
     // empty again.
     const std::optional<int> emptied = CancelNewTool(m_ws);
+    if (emptied && m_history != nullptr) {
+        m_history->TakeBackNewTool(*emptied);
+    }
     // The table still holds the tool as it was: show it again, so that the
     // discarded edits never come back.
     if (MagazineNumber() >= 1) {

@@ -27,6 +27,7 @@ class LeaveChecker;
 class NumericBox;
 class ToolFSetWindow;
 class ToolLimitWindow;
+class TableHistory;
 
 // The tool editor window: one magazine position of the tool table with its
 // kind, shape values, length definition, arbor sections, shift and pen, and
@@ -51,6 +52,9 @@ public:
     // returns to after OKB.
     void SetCompanions(ToolFSetWindow *optionFeed, ToolLimitWindow *limit);
     void SetListWindow(QWidget *list) { m_list = list; }
+    // The table's undo history: stores join it, and an undo or redo of what
+    // this window shows loads it again.
+    void SetHistory(TableHistory *history);
 
     void SetMagazineNumber(const std::string &magNo) override;
     void ShowEditor() override;
@@ -112,6 +116,8 @@ private:
     QPointer<ToolFSetWindow> m_optionFeed;
     QPointer<ToolLimitWindow> m_limit;
     QPointer<QWidget> m_list;
+    TableHistory *m_history = nullptr;
+    bool m_storing = false; // this window's own store is being recorded
 
     QLineEdit *m_magNo = nullptr;
     QComboBox *m_tool = nullptr;

@@ -8,6 +8,7 @@
 #include "tool_list_model.h"
 #include "tool_list_window.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QFrame>
 #include <QGridLayout>
@@ -22,6 +23,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QTableView>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace qor {
@@ -151,6 +153,14 @@ void ToolListWindow::BuildLayout()
     listLayout->setContentsMargins(0, 0, 0, 0);
     listLayout->setSpacing(2);
     listLayout->addWidget(m_label[TitleLabel]);
+    auto *findLine = new QHBoxLayout;
+    findLine->setSpacing(6);
+    findLine->addWidget(m_findLabel);
+    findLine->addWidget(m_find, 1);
+    findLine->addSpacing(12);
+    findLine->addWidget(m_undoButton);
+    findLine->addWidget(m_redoButton);
+    listLayout->addLayout(findLine);
     listLayout->addWidget(m_listV1, 1);
 
     auto *toolPane = new QWidget(this);
@@ -213,6 +223,14 @@ void ToolListWindow::SetCaptions()
     m_label[ArborLabel]->setText(text("Text14"));
     m_label[ParamLabel]->setText(text("Text15"));
     m_label[TitleLabel]->setText(ListTitle);
+    m_findLabel->setText(text("Text40"));
+    m_find->setToolTip(text("Text41"));
+    m_undoButton->setText(text("Text42"));
+    m_redoButton->setText(text("Text43"));
+    m_cut->setText(text("Text44"));
+    m_copy->setText(text("Text45"));
+    m_paste->setText(text("Text46"));
+    m_swap->setText(text("Text47"));
     QStringList headings;
     for (std::string_view key : ListColumnHeadingKeys) {
         headings << text(key);
@@ -226,7 +244,7 @@ void ToolListWindow::SetFonts()
     ApplySettingsFont(*m_listV1, g.ListViewFontSize);
     m_listV1->horizontalHeader()->setFont(
         SettingsFont(m_listV1->horizontalHeader()->font(), g.ColumnHeaderFontSize));
-    for (QLineEdit *box : {m_toolFileName, m_magIni, m_aArbType, m_selectedItem}) {
+    for (QLineEdit *box : {m_toolFileName, m_magIni, m_aArbType, m_selectedItem, m_find}) {
         ApplySettingsFont(*box, g.TextBoxFontSize);
     }
     for (QLineEdit *box : m_text) {
@@ -299,10 +317,11 @@ int ToolListWindow::ListWidth() const
 
 void ToolListWindow::SetTabOrder()
 {
-    QWidget *order[] = {m_toolFileName,     m_command[Browse], m_command[Read], m_magIni,
-                        m_aArbEditB,        m_autoRead,        m_listV1,        m_command[Edit],
-                        m_command[NewTool], m_command[Delete], m_command[Save], m_command[Help],
-                        m_command[About],   m_command[Close]};
+    QWidget *order[] = {m_toolFileName,    m_command[Browse], m_command[Read], m_magIni,
+                        m_aArbEditB,       m_autoRead,        m_find,          m_undoButton,
+                        m_redoButton,      m_listV1,          m_command[Edit], m_command[NewTool],
+                        m_command[Delete], m_command[Save],   m_command[Help], m_command[About],
+                        m_command[Close]};
     for (std::size_t i = 1; i < std::size(order); ++i) {
         setTabOrder(order[i - 1], order[i]);
     }

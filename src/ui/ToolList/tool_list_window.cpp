@@ -7,9 +7,12 @@
 #include "param_string.h"
 #include "picture_view.h"
 #include "qt_text.h"
+#include "recovery_keeper.h"
+#include "table_history.h"
 #include "text_editor_starter.h"
 #include "tool_editor_link.h"
 #include "tool_list_model.h"
+#include "tool_list_proxy.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -31,14 +34,17 @@ ToolListWindow::ToolListWindow(Workspace &workspace, MessageService &messages,
       m_commands(workspace, messages, StartTextEditor)
 {
     setObjectName("ToolList");
-    setWindowTitle(QString("QORTool  ver_") + ProgramVersion);
+    // "[*]" shows a "*" after the name while the table has unsaved changes.
+    setWindowTitle(QString("QORTool  ver_") + ProgramVersion + "[*]");
     BuildControls();
+    BuildTableWork();
     BuildLayout();
     SetCaptions();
     SetFonts();
     SetColumnWidths();
     SetTabOrder();
     Connect();
+    ConnectTableWork();
 
     m_chooseFile = [this](const QString &title, const QString &filter, const QString &start) {
         QFileDialog dialog(this, title, start, filter);
@@ -116,6 +122,9 @@ void ToolListWindow::OnCommand1()
 void ToolListWindow::OnCommand2()
 {
     if (m_commands.Read(FileName())) {
+        m_history->Clear(); // the table is the file's
+        m_marked = -1;
+        m_model->SetMarkedRow(-1, m_listV1->font());
         m_listV1->scrollToTop(); // a new table: its first rows above the initial magazine
         FillToolList(m_ws.Table.CurrentSlot);
     }
@@ -126,8 +135,11 @@ void ToolListWindow::OnCommand4()
     if (!m_checker->CommitFocused()) {
         return;
     }
-    if (m_commands.Save(FileName(), m_magIni->text().toStdString(), m_autoRead->isChecked()) &&
-        m_editor != nullptr) {
+    if (!m_commands.Save(FileName(), m_magIni->text().toStdString(), m_autoRead->isChecked())) {
+        return;
+    }
+    m_history->MarkSaved();
+    if (m_editor != nullptr) {
         m_editor->HideEditor();
     }
 }
@@ -154,6 +166,7 @@ void ToolListWindow::showEvent(QShowEvent *event)
 void ToolListWindow::closeEvent(QCloseEvent *event)
 {
     m_checker->DropPending();
+    m_recovery->WriteNow(); // closing keeps unsaved changes for the next start
     m_commands.StoreFileSettings(FileName(), m_autoRead->isChecked());
     if (m_editor != nullptr) {
         m_editor->HideEditor();
@@ -172,40 +185,43 @@ void ToolListWindow::OnAutoReadClicked(bool checked)
 
 bool ToolListWindow::OnMagIniLeave()
 {
-    return m_commands.CheckMagIni(m_magIni->text().toStdString());
+    const std::optional<TableChange> change =
+        m_commands.MagIniChange(m_magIni->text().toStdString());
+    if (!change) {
+        return false;
+    }
+    m_history->Push(*change);
+    return true;
 }
 
 // Positions
 
 void ToolListWindow::OnCommand3()
 {
-    const int row = SelectedRow();
-    const bool wasEmpty = !m_contents.Rows.HasTool(row);
-    const std::optional<int> slot = m_commands.Edit(row);
-    if (!slot) {
+    // An empty position receives the new tool, which shows in the list at
+    // once; cancelling the editor takes it out again.
+    const std::optional<TableChange> change = m_commands.EditChange(SelectedRow());
+    if (!change) {
         return;
     }
-    if (wasEmpty) {
-        FillToolList(*slot); // the new tool shows in the list at once
-    }
-    OpenEditor(*slot);
+    m_history->Push(*change);
+    OpenEditor(change->Focus.After);
 }
 
 void ToolListWindow::OnCommand6()
 {
-    const std::optional<int> slot = m_commands.NewTool();
-    if (!slot) {
+    const std::optional<TableChange> change = m_commands.NewToolChange();
+    if (!change) {
         return;
     }
-    FillToolList(*slot);
-    OpenEditor(*slot);
+    m_history->Push(*change);
+    OpenEditor(change->Focus.After);
 }
 
 void ToolListWindow::OnCommand7()
 {
-    const int row = SelectedRow();
-    if (m_commands.Delete(row)) {
-        FillToolList(row);
+    if (const std::optional<TableChange> change = m_commands.DeleteChange(SelectedRow())) {
+        m_history->Push(*change);
     }
 }
 
@@ -240,6 +256,7 @@ void ToolListWindow::FillToolList(int row)
         m_magIni->setText(Qs(m_contents.MagIni));
         m_aArbType->setText(Qs(m_contents.DefaultArbor));
     }
+    m_proxy->Refilter();
     const int rows = m_model->rowCount();
     m_command[Save]->setEnabled(rows > 0);
     if (rows == 0) {
@@ -251,8 +268,14 @@ void ToolListWindow::FillToolList(int row)
 
 void ToolListWindow::SelectRow(int row)
 {
-    m_listV1->selectionModel()->setCurrentIndex(
-        m_model->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    // A row that the find box hides is not selected.
+    const QModelIndex index = ViewIndexOf(row);
+    if (!index.isValid()) {
+        m_listV1->selectionModel()->clear();
+        return;
+    }
+    m_listV1->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                           QItemSelectionModel::Rows);
 }
 
 void ToolListWindow::ShowSelection()
@@ -268,7 +291,7 @@ void ToolListWindow::ShowSelection()
 
 void ToolListWindow::ShowMagazine(int magazineNumber)
 {
-    const QModelIndex index = m_model->index(magazineNumber - 1, 0);
+    const QModelIndex index = ViewIndexOf(magazineNumber - 1);
     if (index.isValid()) {
         // Scrolled only as far as needed: the rows above it stay in view
         // where they fit.
@@ -279,17 +302,19 @@ void ToolListWindow::ShowMagazine(int magazineNumber)
 int ToolListWindow::SelectedRow() const
 {
     const QModelIndexList rows = m_listV1->selectionModel()->selectedRows();
-    return rows.isEmpty() ? -1 : rows.constFirst().row();
+    return rows.isEmpty() ? -1 : RowOf(rows.constFirst());
 }
 
 void ToolListWindow::OnCurrentRowChanged(const QModelIndex &current)
 {
-    if (!current.isValid() || !m_commands.Select(current.row())) {
+    UpdateTableActions();
+    const int row = RowOf(current);
+    if (row < 0 || !m_commands.Select(row)) {
         return;
     }
     ShowParam();
     if (m_editor != nullptr) {
-        m_editor->SetMagazineNumber(std::to_string(current.row() + 1));
+        m_editor->SetMagazineNumber(std::to_string(row + 1));
     }
     ShowArborPicture(false);
 }
@@ -299,7 +324,7 @@ void ToolListWindow::OnRowDoubleClicked(const QModelIndex &index)
     if (!index.isValid()) {
         return;
     }
-    m_selectedItem->setText(Qs(m_contents.Rows.RowText(index.row())));
+    m_selectedItem->setText(Qs(m_contents.Rows.RowText(RowOf(index))));
     OnCommand3();
 }
 
@@ -359,8 +384,8 @@ bool ToolListWindow::eventFilter(QObject *watched, QEvent *event)
         // rather than along the columns of one tool.
         const bool homeOrEnd = key->key() == Qt::Key_Home || key->key() == Qt::Key_End;
         if (homeOrEnd && !(key->modifiers() & ~(Qt::KeypadModifier | Qt::ControlModifier))) {
-            if (const int rows = m_model->rowCount(); rows > 0) {
-                SelectRow(key->key() == Qt::Key_Home ? 0 : rows - 1);
+            if (const int rows = m_proxy->rowCount(); rows > 0) {
+                SelectRow(m_proxy->SourceRow(key->key() == Qt::Key_Home ? 0 : rows - 1));
                 m_listV1->scrollTo(m_listV1->currentIndex());
             }
             return true;
@@ -382,6 +407,11 @@ bool ToolListWindow::eventFilter(QObject *watched, QEvent *event)
         default:
             return false;
         }
+    }
+    if (watched == m_find && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape && !m_find->text().isEmpty()) {
+        m_find->clear(); // every row again
+        return true;
     }
     if (watched == m_aArbEditB) {
         if (event->type() == QEvent::FocusIn) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "message_service.h"
+#include "table_change.h"
 #include "tool_list_commands.h"
 #include "tool_list_rows.h"
 #include "workspace.h"
@@ -17,8 +18,11 @@ class QListWidget;
 class QModelIndex;
 class QPlainTextEdit;
 class QPushButton;
+class QAction;
+class QPoint;
 class QSplitter;
 class QTableView;
+class QToolButton;
 
 namespace qor {
 
@@ -26,8 +30,11 @@ class InfoWindow;
 class LeaveChecker;
 class PictureSurface;
 class PictureView;
+class RecoveryKeeper;
+class TableHistory;
 class ToolEditorLink;
 class ToolListModel;
+class ToolListProxy;
 
 // The main window: every magazine position of the tool table in a list, the
 // tool list file and its commands, and the selected tool's picture and
@@ -65,6 +72,13 @@ public:
 
     // The parameter summary of the current slot.
     std::string MakeParamString() const;
+
+    // The undo history of the table, which the editor's stores join.
+    TableHistory &History() { return *m_history; }
+
+    // At start-up: when the last run ended with unsaved changes, says so and
+    // offers to restore them.
+    void OfferRecovery();
 
 public slots:
     // For the editor after it stored a tool: rebuilds the rows and selects
@@ -114,6 +128,23 @@ private:
     void SetTabOrder();
     void Connect();
 
+    // Working on the table (tool_list_table_work.cpp): the find box, sorting,
+    // undo and redo, move, copy and swap, drag and drop, the recovery file.
+    void BuildTableWork();
+    void ConnectTableWork();
+    void OnTableChanged(const TableChange &change, ChangeDirection direction);
+    void OnFindEdited(const QString &text);
+    void OnHeaderClicked(int column);
+    void Mark(bool cut);
+    void OnPaste();
+    void OnSwapWithMarked();
+    void MoveOrCopy(int from, int to, bool copy);
+    void ShowContextMenu(const QPoint &at);
+    void UpdateTableActions();
+    // Rows of the model (magazine numbers - 1) and indexes of the view.
+    int RowOf(const QModelIndex &viewIndex) const;
+    QModelIndex ViewIndexOf(int row) const;
+
     // The behaviour (tool_list_window.cpp).
     void FormLoad(const QString &commandLineFile);
 
@@ -154,6 +185,11 @@ private:
     FileChooser m_chooseFile;
     ToolListContents m_contents;
     ToolListModel *m_model = nullptr;
+    ToolListProxy *m_proxy = nullptr;
+    TableHistory *m_history = nullptr;
+    RecoveryKeeper *m_recovery = nullptr;
+    int m_marked = -1; // the row Cut or Copy marked for Paste
+    bool m_markedCut = false;
     LeaveChecker *m_checker = nullptr;
     bool m_arborPicture = false; // the picture shows the file-level arbor
     bool m_splitterPlaced = false;
@@ -168,6 +204,16 @@ private:
     QPushButton *m_aArbEditB = nullptr;
     std::array<QPushButton *, 9> m_command{}; // Command1 .. Command9
     QListWidget *m_list1 = nullptr;
+    QLabel *m_findLabel = nullptr;
+    QLineEdit *m_find = nullptr;
+    QToolButton *m_undoButton = nullptr;
+    QToolButton *m_redoButton = nullptr;
+    QAction *m_undo = nullptr;
+    QAction *m_redo = nullptr;
+    QAction *m_cut = nullptr;
+    QAction *m_copy = nullptr;
+    QAction *m_paste = nullptr;
+    QAction *m_swap = nullptr;
     QPlainTextEdit *m_param = nullptr;
     PictureView *m_view = nullptr;
     QSplitter *m_splitter = nullptr;

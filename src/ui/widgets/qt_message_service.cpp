@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
+#include <algorithm>
 
 namespace qor {
 
@@ -69,6 +71,34 @@ MessageAnswer QtMessageService::Show(const std::string &text, MessageIcon icon,
     default:
         return MessageAnswer::Ok;
     }
+}
+
+std::size_t QtMessageService::Choose(const std::string &text,
+                                     const std::vector<std::string> &answers,
+                                     const std::string &title)
+{
+    if (QWidget *popup = QApplication::activePopupWidget()) {
+        popup->close();
+    }
+    QWidget *parent = m_parent ? m_parent.data() : QApplication::activeWindow();
+    QMessageBox box(QMessageBox::Question,
+                    QString::fromStdString(title.empty() ? "QORTool" : title),
+                    QString::fromStdString(text), QMessageBox::NoButton, parent);
+    box.setTextFormat(Qt::PlainText);
+    std::vector<QAbstractButton *> buttons;
+    for (const std::string &answer : answers) {
+        // The button role only places the button; the answer is its index.
+        buttons.push_back(box.addButton(QString::fromStdString(answer), QMessageBox::ActionRole));
+    }
+    if (buttons.empty()) {
+        return 0;
+    }
+    box.setDefaultButton(qobject_cast<QPushButton *>(buttons.front()));
+    box.setEscapeButton(buttons.back());
+    box.exec();
+    const auto chosen = std::find(buttons.begin(), buttons.end(), box.clickedButton());
+    return chosen == buttons.end() ? buttons.size() - 1
+                                   : static_cast<std::size_t>(chosen - buttons.begin());
 }
 
 void QtMessageService::Beep()

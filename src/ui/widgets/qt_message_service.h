@@ -19,6 +19,8 @@ public:
 
     MessageAnswer Show(const std::string &text, MessageIcon icon, MessageButtons buttons,
                        const std::string &title) override;
+    std::size_t Choose(const std::string &text, const std::vector<std::string> &answers,
+                       const std::string &title) override;
     void Beep() override;
 
 private:
