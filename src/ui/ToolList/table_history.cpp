@@ -31,6 +31,13 @@ TableHistory::TableHistory(Workspace &workspace, QObject *parent) : QObject(pare
             [this](bool clean) { emit unsavedChanged(!clean); });
 }
 
+TableHistory::~TableHistory()
+{
+    // The stack empties itself as it goes, which is no return to the file's
+    // state: unsaved changes must stay in the recovery file.
+    m_stack.blockSignals(true);
+}
+
 void TableHistory::Push(const TableChange &change)
 {
     if (change.Empty()) {

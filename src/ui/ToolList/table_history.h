@@ -20,6 +20,7 @@ class TableHistory final : public QObject
 
 public:
     explicit TableHistory(Workspace &workspace, QObject *parent = nullptr);
+    ~TableHistory() override;
 
     QUndoStack &Stack() { return m_stack; }
 

@@ -43,7 +43,7 @@ void ToolListWindow::BuildTableWork()
     m_listV1->setModel(m_proxy);
     m_listV1->horizontalHeader()->setSectionsClickable(true);
     m_listV1->setDragEnabled(true);
-    m_listV1->setAcceptDrops(true);
+    m_listV1->viewport()->setAcceptDrops(true);
     m_listV1->setDropIndicatorShown(true);
     m_listV1->setDragDropMode(QAbstractItemView::DragDrop);
     m_listV1->setDragDropOverwriteMode(true);
