@@ -1,9 +1,10 @@
 // The tool list window on Qt's offscreen platform: refilling the list of the
 // largest magazine as the user sees it (model reset and one painted screen),
-// and start-up until the main window is shown.
+// a keystroke in the find box, and start-up until the main window is shown.
 #include "full_workspace.h"
 #include "startup.h"
 #include "tool_list_model.h"
+#include "tool_list_proxy.h"
 #include "tool_list_window.h"
 
 #include <QApplication>
@@ -48,6 +49,35 @@ void BM_ListViewRefill(benchmark::State &state)
     state.counters["rows"] = model.rowCount();
 }
 BENCHMARK(BM_ListViewRefill)->Unit(benchmark::kMillisecond);
+
+// One keystroke in the find box as the view sees it: the rows matched again,
+// the proxy's mapping rebuilt and one screen painted. The query grows and
+// shrinks by a character, as typing and backspace do.
+void BM_FindKeystroke(benchmark::State &state)
+{
+    Workspace ws;
+    bench::FillWorkspace(ws);
+    ToolListContents contents;
+    ToolListModel model;
+    model.SetRows(&contents.Rows);
+    model.Fill(ws, contents);
+    ToolListProxy proxy;
+    proxy.setSourceModel(&model);
+    proxy.SetRows(&contents.Rows);
+    QTableView view;
+    view.setModel(&proxy);
+    view.resize(1000, 700);
+    view.show();
+    QCoreApplication::processEvents();
+    const QString queries[] = {"D<1", "D<10", "bal", "ba"};
+    std::size_t next = 0;
+    for (auto _ : state) {
+        proxy.SetQuery(queries[next++ % std::size(queries)]);
+        view.viewport()->repaint();
+    }
+    state.counters["rows"] = model.rowCount();
+}
+BENCHMARK(BM_FindKeystroke)->Unit(benchmark::kMillisecond);
 
 std::string ReadFile(const std::string &path)
 {
