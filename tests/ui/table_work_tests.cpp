@@ -37,6 +37,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
         list = Find<QTableView>(*window, "ListV1");
         list->setFocus();
+        window->SetEditorLink(&editor);
     }
 
     // Selects the row of magazine number `magazine` in the view.
@@ -78,6 +79,7 @@ protected:
 
     std::unique_ptr<ToolListWindow> window;
     QTableView *list = nullptr;
+    RecordingEditor editor;
 };
 
 TEST_F(TableWork, EveryOperationIsUndoneAndRedoneFieldByField)
@@ -107,6 +109,13 @@ TEST_F(TableWork, EveryOperationIsUndoneAndRedoneFieldByField)
         {"Ctrl+drag onto a tool, swap", [&] { choose(0), Drop(7, 8, Qt::CopyAction); }},
         {"move onto a tool, cancelled", [&] { choose(2), Drop(3, 4, Qt::MoveAction); }},
         {"new tool", [&] { Keys(Qt::Key_Insert); }},
+        {"default arbor",
+         [&] {
+             editor.calls.clear();
+             window->History().Push(*MakeFileArborChange(ws.Table, {2, ws.Table.DefaultArbor}));
+             // an editor open on the default arbor stays there
+             EXPECT_EQ(editor.calls, std::vector<std::string>{});
+         }},
     };
     std::vector<ToolTable> before;
     for (const Step &step : steps) {
@@ -116,7 +125,7 @@ TEST_F(TableWork, EveryOperationIsUndoneAndRedoneFieldByField)
     }
     EXPECT_EQ(Kind(5), "CUT"); // cut from 1 and pasted
     EXPECT_EQ(Kind(11), "BAL");
-    EXPECT_EQ(window->History().Stack().count(), 7); // the cancelled move made none
+    EXPECT_EQ(window->History().Stack().count(), 8); // the cancelled move made none
     EXPECT_TRUE(window->isWindowModified());
     const ToolTable after = ws.Table;
 
@@ -128,7 +137,7 @@ TEST_F(TableWork, EveryOperationIsUndoneAndRedoneFieldByField)
         EXPECT_EQ(TableDifferences(ws.Table, before[static_cast<std::size_t>(i)]), "");
     }
     EXPECT_FALSE(window->isWindowModified()); // back to the file as read
-    for (int i = 0; i < 7; ++i) {
+    for (int i = 0; i < 8; ++i) {
         Keys(Qt::CTRL | Qt::Key_Y);
     }
     EXPECT_EQ(TableDifferences(ws.Table, after), "");

@@ -134,7 +134,11 @@ QModelIndex ToolListWindow::ViewIndexOf(int row) const
 void ToolListWindow::OnTableChanged(const TableChange &change, ChangeDirection direction)
 {
     const int focus = FocusAfter(change, direction);
+    // A change of the file-level arbor or the initial magazine leaves an
+    // editor open on the default arbor where it is.
+    m_editorFollows = !change.Slots.empty();
     FillToolList(focus >= 0 ? focus : SelectedRow());
+    m_editorFollows = true;
     if (change.Arbor && m_arborPicture) {
         m_view->Redraw();
     }

@@ -313,7 +313,7 @@ void ToolListWindow::OnCurrentRowChanged(const QModelIndex &current)
         return;
     }
     ShowParam();
-    if (m_editor != nullptr) {
+    if (m_editor != nullptr && m_editorFollows) {
         m_editor->SetMagazineNumber(std::to_string(row + 1));
     }
     ShowArborPicture(false);

@@ -190,6 +190,7 @@ private:
     RecoveryKeeper *m_recovery = nullptr;
     int m_marked = -1; // the row Cut or Copy marked for Paste
     bool m_markedCut = false;
+    bool m_editorFollows = true; // a new selection is handed to the editor
     LeaveChecker *m_checker = nullptr;
     bool m_arborPicture = false; // the picture shows the file-level arbor
     bool m_splitterPlaced = false;
