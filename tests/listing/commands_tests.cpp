@@ -307,6 +307,8 @@ TEST_F(Commands, CancellingTakesBackOnlyANewToolThatNothingKeptSince)
         {"new tool, saved",
          [&] { commands.NewTool(), commands.Save(files.file("saved.TTL"), "1", true); },
          std::nullopt},
+        {"new tool, then pasted over", [&] { commands.NewTool(), ws.Table.Slots[0].ToolDia = 6; },
+         std::nullopt},
         {"new tool, then a file read",
          [&] { commands.NewTool(), commands.Read(files.file("read.TTL")); }, std::nullopt},
     };

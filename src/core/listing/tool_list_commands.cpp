@@ -350,7 +350,10 @@ bool ToolListCommands::CheckMagIni(const std::string &text)
 std::optional<int> CancelNewTool(Workspace &workspace)
 {
     const int slot = std::exchange(workspace.NewToolSlot, std::int16_t{-1});
-    if (slot < 0 || slot >= static_cast<int>(workspace.Table.Slots.size())) {
+    // A slot that the list has changed since (paste, undo) is no longer the
+    // command's to take back.
+    if (slot < 0 || slot >= static_cast<int>(workspace.Table.Slots.size()) ||
+        !(workspace.Table.Slots[static_cast<std::size_t>(slot)] == DefaultNewTool())) {
         return std::nullopt;
     }
     ClearSlot(workspace.Table, slot);

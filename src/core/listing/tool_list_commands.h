@@ -126,7 +126,8 @@ private:
 
 // The editor was cancelled: the workspace's NewToolSlot, filled by Edit or New
 // tool and since kept by no store, save or read, is emptied again and
-// forgotten. Returns that slot; nothing when there was none.
+// forgotten. Returns that slot; nothing when there was none or it no longer
+// holds the default new tool (the list changed it meanwhile).
 std::optional<int> CancelNewTool(Workspace &workspace);
 
 // The tool list file the list window starts with: the command line when it
