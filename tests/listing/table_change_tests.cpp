@@ -103,6 +103,18 @@ TEST_F(TableChanges, EveryOperationIsUndoneAndRedoneExactly)
          },
          {0, 6},
          {0, 0}},
+        {"import replacing the whole table",
+         [this] {
+             ToolTable imported = ws.Table;
+             imported.Slots[0] = FullTool(9);
+             imported.Slots[3] = ToolSlot{};
+             imported.Slots[11] = FullTool(12);
+             imported.InitialMagazine = 4;
+             imported.DefaultArborType = 0;
+             return MakeTableReplacement(ws.Table, imported);
+         },
+         {0, 3, 11},
+         {0, 0}},
     };
     const ToolTable original = ws.Table;
     for (const Case &c : cases) {
@@ -147,6 +159,7 @@ TEST_F(TableChanges, OperationsThatWouldChangeNothingGiveNoChange)
     EXPECT_FALSE(MakeSwap(table, 2, 5)) << "two empty positions";
     EXPECT_FALSE(MakeDelete(table, 2)) << "already empty";
     EXPECT_FALSE(MakeInitialMagazineChange(table, 1)) << "the same number";
+    EXPECT_FALSE(MakeTableReplacement(table, table)) << "an import of the same table";
     EXPECT_FALSE(StoreForm(unedited, ws, messages).Change) << "stored as it was";
     EXPECT_TRUE(commands.EditChange(0)->Empty()) << "opening a tool changes nothing";
     EXPECT_TRUE(commands.MagIniChange("")->Empty()) << "an empty box keeps the number";

@@ -50,7 +50,7 @@ std::vector<CatalogueKey> BuildKeys()
 {
     std::vector<CatalogueKey> keys;
 
-    KeyList("frmList", "Text").Range(1, 15).Range(21, 29).Range(40, 47).AppendTo(keys);
+    KeyList("frmList", "Text").Range(1, 15).Range(21, 29).Range(40, 53).AppendTo(keys);
 
     KeyList("frmFSet", "Text").Range(0, 14).AppendTo(keys);
 
@@ -113,9 +113,10 @@ std::vector<CatalogueKey> BuildKeys()
         .Subs(29, 1, 3)
         .Subs(30, 1, 14)
         .Subs(31, 1, 19)
-        .Subs(32, 1, 9)
+        .Subs(32, 1, 10)
         .Subs(33, 1, 5)
         .Subs(34, 1, 5)
+        .Subs(38, 1, 7)
         .AppendTo(keys);
 
     return keys;

@@ -183,4 +183,28 @@ std::optional<TableChange> MakeInitialMagazineChange(const ToolTable &table, std
     return UnlessEmpty(std::move(change));
 }
 
+std::optional<TableChange> MakeTableReplacement(const ToolTable &table,
+                                                const ToolTable &replacement)
+{
+    TableChange change;
+    change.Kind = ChangeKind::Import;
+    const std::size_t count = std::min(table.Slots.size(), replacement.Slots.size());
+    for (std::size_t slot = 0; slot < count; ++slot) {
+        if (table.Slots[slot] != replacement.Slots[slot]) {
+            AddSlot(change, table, static_cast<int>(slot), replacement.Slots[slot]);
+        }
+    }
+    if (FileArborOf(table) != FileArborOf(replacement)) {
+        change.Arbor = BeforeAfter<FileArbor>{FileArborOf(table), FileArborOf(replacement)};
+    }
+    if (table.InitialMagazine != replacement.InitialMagazine) {
+        change.Initial =
+            BeforeAfter<std::int16_t>{table.InitialMagazine, replacement.InitialMagazine};
+    }
+    if (!change.Slots.empty()) {
+        change.Focus = {change.Slots.front().Slot, change.Slots.front().Slot};
+    }
+    return UnlessEmpty(std::move(change));
+}
+
 } // namespace qor

@@ -20,6 +20,7 @@ enum class ChangeKind
     Swap,            // two positions exchanged
     InitialMagazine, // the initial magazine number
     Restore,         // unsaved changes of an earlier run restored
+    Import,          // the whole table replaced by one imported from another program
 };
 
 template <typename T> struct BeforeAfter
@@ -133,5 +134,11 @@ std::optional<TableChange> MakeFileArborChange(const ToolTable &table, const Fil
 
 // The initial magazine number set to `after`.
 std::optional<TableChange> MakeInitialMagazineChange(const ToolTable &table, std::int16_t after);
+
+// Every position, the file-level arbor and the initial magazine number set to
+// those of `replacement` (a table of the same size), as an import does. Only
+// what differs is held. The focus is the first position that changes.
+std::optional<TableChange> MakeTableReplacement(const ToolTable &table,
+                                                const ToolTable &replacement);
 
 } // namespace qor

@@ -37,6 +37,8 @@ std::string ChangeText(const Workspace &ws, const TableChange &change)
                            {std::to_string(change.Initial ? change.Initial->After : 0)});
     case ChangeKind::Restore:
         return MessageText(ws.Catalogue, "MSG32-9", {});
+    case ChangeKind::Import:
+        return MessageText(ws.Catalogue, "MSG32-10", {});
     }
     return {};
 }
