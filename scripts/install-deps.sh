@@ -10,6 +10,7 @@ packages=(
   clang libclang-rt-dev clang-format
   xvfb xauth fonts-noto-cjk
   g++-mingw-w64-x86-64-posix wine64
+  dpkg-dev file desktop-file-utils appstream libxml2-utils
 )
 
 missing=()
