@@ -7,12 +7,14 @@
 #include <QDir>
 #include <QStandardPaths>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace qor {
 namespace {
 
 struct Environment
 {
+    const char *name;
     const char *home;
     const char *xdgConfigHome; // nullptr: unset
 };
@@ -57,10 +59,13 @@ TEST_P(SettingsFolderAgreement, TtltoolNamesTheFolderQtGivesQORTool)
 
 #if defined(__linux__)
 INSTANTIATE_TEST_SUITE_P(Linux, SettingsFolderAgreement,
-                         testing::Values(Environment{"/home/j\xC3\xBCrgen", nullptr},
-                                         Environment{"/home/u", ""},
-                                         Environment{"/home/u", "/srv/config"},
-                                         Environment{"/home/u", "relative/config"}));
+                         testing::Values(Environment{"Home", "/home/j\xC3\xBCrgen", nullptr},
+                                         Environment{"EmptyXdg", "/home/u", ""},
+                                         Environment{"Xdg", "/home/u", "/srv/config"},
+                                         Environment{"RelativeXdg", "/home/u", "relative/config"}),
+                         [](const testing::TestParamInfo<Environment> &info) {
+                             return std::string(info.param.name);
+                         });
 #endif
 
 } // namespace
