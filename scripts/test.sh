@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds and runs every test: the core and its tests under AddressSanitizer
 # and UndefinedBehaviorSanitizer, each fuzz target for a short fixed time, and
-# the release build with all tests, and finally the Windows leg: the core, its
+# the release build with all tests, the Debian package (built, installed,
+# run and removed again), and finally the Windows leg: the core, its
 # tests and ttltool cross-built for Windows, the tests run under Wine, and
 # ttltool.exe compared with the Linux ttltool on every sample.
 #   FUZZ_SECONDS  seconds per fuzz target (default 60; 0 skips fuzzing)
@@ -51,6 +52,9 @@ echo "== Release build and tests"
 cmake --preset release >/dev/null
 cmake --build --preset release -j "$jobs"
 ctest --preset release -j "$jobs"
+
+echo "== Debian package: build, install, run, remove"
+bash scripts/package-check.sh
 
 echo "== Windows cross build, tests under Wine"
 windows_start=$(date +%s)

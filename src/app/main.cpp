@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QStandardPaths>
 #include <QStringList>
 
 int main(int argc, char **argv)
@@ -18,7 +19,14 @@ int main(int argc, char **argv)
     qor::QtMessageService messages;
     const std::string appDir =
         QDir::toNativeSeparators(QCoreApplication::applicationDirPath()).toStdString();
-    if (int status = qor::RunStartup(workspace, appDir, messages); status != 0) {
+    // Where the settings go when the program's folder cannot hold them (an
+    // installed program): the user's own settings folder, ~/.config/QORTool
+    // on Linux. ttltool computes the same folder without Qt.
+    qor::StartupOverrides overrides;
+    overrides.userSettingsFolder = QDir::toNativeSeparators(QStandardPaths::writableLocation(
+                                                                QStandardPaths::AppConfigLocation))
+                                       .toStdString();
+    if (int status = qor::RunStartup(workspace, appDir, messages, overrides); status != 0) {
         return status;
     }
 

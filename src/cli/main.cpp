@@ -2,6 +2,7 @@
 #include "arguments.h"
 #include "commands.h"
 #include "executable_dir.h"
+#include "settings_folder.h"
 #ifdef QOR_TTLTOOL_RENDERS
 #include "qt_picture_writer.h"
 #endif
@@ -28,6 +29,9 @@ int main(int argc, char **argv)
         std::cerr << qor::cli::UsageErrorLine(parsed.error()) << '\n';
         return qor::cli::ExitUsage;
     }
+    // The same settings as the windows' program: beside the executable, or in
+    // the user's own folder when the program is installed.
+    parsed.value().overrides.userSettingsFolder = qor::UserSettingsFolder("QORTool");
 #ifdef QOR_TTLTOOL_RENDERS
     const qor::cli::PictureWriterFactory makeWriter = qor::cli::MakeQtPictureWriter;
 #else

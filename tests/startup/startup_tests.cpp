@@ -210,6 +210,77 @@ TEST_F(Startup, UsesTheDefaultsSilentlyWhenTheFolderCannotBeWritten)
     EXPECT_FALSE(std::filesystem::exists(NativePath(ws.Globals.IniPath)));
 }
 
+// Where the settings go: beside the program when its folder takes new files
+// and carries no per-user mark, else in the user's folder (seeded once from
+// the program's settings), else nowhere writable: read-only, no message.
+struct SettingsFolderCase
+{
+    const char *name;
+    bool appWritable;
+    bool marked;
+    const char *appSettings;  // in the program's folder, or nullptr
+    const char *userSettings; // already in the user's folder, or nullptr
+    bool userMakeable;
+    bool expectUserFolder;
+    const char *expectMagazineMax;
+};
+
+class SettingsFolder : public testing::TestWithParam<SettingsFolderCase>
+{};
+
+TEST_P(SettingsFolder, ChoosesTheFolderAndSeedsIt)
+{
+    const SettingsFolderCase &c = GetParam();
+    const std::string proc = UnwritableFolder();
+    if (!c.appWritable && proc.empty()) {
+        GTEST_SKIP() << "no folder here is known to refuse new files to everyone";
+    }
+    test::TempDir app;
+    test::TempDir home;
+    app.write("QORTool.msg", SmallCatalogue);
+    if (c.marked) {
+        app.write(PerUserSettingsMark, "");
+    }
+    if (c.appSettings) {
+        app.write("QorTool.INI", c.appSettings);
+    }
+    const std::string user =
+        c.userMakeable ? home.file("config") + PathSeparator() + "QORTool" : proc + "QORTool";
+    if (c.userSettings) {
+        std::filesystem::create_directories(NativePath(user));
+        home.write(std::string("config") + PathSeparator() + "QORTool" + PathSeparator() +
+                       "QorTool.INI",
+                   c.userSettings);
+    }
+    Workspace ws;
+    test::RecordingMessageService messages;
+    const std::string appDir = c.appWritable ? app.path() : proc;
+
+    EXPECT_EQ(RunStartup(ws, appDir, messages, StartupOverrides{app.file("QORTool.msg"), {}, user}),
+              0);
+
+    EXPECT_TRUE(messages.shown.empty());
+    const std::string folder = c.expectUserFolder ? user + PathSeparator() : appDir;
+    EXPECT_EQ(ws.Globals.IniPath, folder + "QorTool.INI");
+    EXPECT_EQ(ReadProfileEntry(ws.Globals.IniPath, "Config", "Magazine Max"), c.expectMagazineMax);
+    EXPECT_EQ(std::filesystem::exists(NativePath(user)), c.expectUserFolder || c.userSettings);
+}
+
+const char *const Seed = "[Config]\r\nMagazine Max=40\r\n";
+const char *const Own = "[Config]\r\nMagazine Max=60\r\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    Startup, SettingsFolder,
+    testing::Values(
+        SettingsFolderCase{"WritableProgramFolder", true, false, Seed, nullptr, true, false, "40"},
+        SettingsFolderCase{"MarkedProgramFolderSeeds", true, true, Seed, nullptr, true, true, "40"},
+        SettingsFolderCase{"MarkedWithoutSeed", true, true, nullptr, nullptr, true, true, "100"},
+        SettingsFolderCase{"UserFileWinsOverSeed", true, true, Seed, Own, true, true, "60"},
+        SettingsFolderCase{"UnwritableProgramFolder", false, false, nullptr, nullptr, true, true,
+                           "100"},
+        SettingsFolderCase{"NothingWritable", false, false, nullptr, nullptr, false, false, ""}),
+    [](const testing::TestParamInfo<SettingsFolderCase> &info) { return info.param.name; });
+
 TEST_F(Startup, StartsFromAFolderWithAnyCharactersAndUsesTheSystemSeparatorThroughout)
 {
     const std::string name = "J\xC3\xBCrgen \xE5\xB7\xA5\xE5\x85\xB7";

@@ -109,7 +109,7 @@ int RunStartup(Workspace &workspace, const std::string &appDir, MessageService &
     if (g.AppDir.empty() || (g.AppDir.back() != '\\' && g.AppDir.back() != '/')) {
         g.AppDir += PathSeparator();
     }
-    g.IniPath = g.AppDir + "QorTool.INI";
+    g.IniPath = ChooseSettingsFolder(g.AppDir, overrides.userSettingsFolder) + SettingsFileName;
     g.WorkDir = g.AppDir;
     g.StartFlag = true;
     workspace.Settings.SetIniPath(g.IniPath);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "message_service.h"
+#include "settings_folder.h"
 #include "workspace.h"
 
 #include <cstdint>
@@ -10,11 +11,14 @@
 namespace qor {
 
 // What a caller may put in place of the files beside the executable (the
-// command line's --catalogue and --magazine-max).
+// command line's --catalogue and --magazine-max), and the user's own settings
+// folder, where the settings go when the program's folder cannot hold them
+// (see ChooseSettingsFolder); empty keeps them beside the executable.
 struct StartupOverrides
 {
     std::optional<std::string> catalogue;
     std::optional<std::int16_t> magazineMax;
+    std::string userSettingsFolder = {};
 };
 
 // Runs the start-up steps that open no window: paths, settings (each key
