@@ -73,14 +73,21 @@ public:
         m_textFont = QFont(QStringLiteral("Sans Serif"));
         m_textFont.setStyleHint(QFont::SansSerif);
         m_textFont.setPointSizeF(8.5);
+        // No ligatures: "fl" stays two letters, so that the PDF's text reads back as written.
+        m_textFont.setStyleStrategy(QFont::PreferNoShaping);
         m_smallFont = m_textFont;
         m_smallFont.setPointSizeF(7.5);
         m_boldFont = m_textFont;
         m_boldFont.setBold(true);
         m_titleFont = m_boldFont;
         m_titleFont.setPointSizeF(11);
+        // The summary lines up in columns where a wide character takes two: fonts whose kana
+        // and kanji are exactly twice as wide as their Latin letters come first.
         m_monoFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        m_monoFont.setFamilies({QStringLiteral("Noto Sans Mono CJK JP"),
+                                QStringLiteral("MS Gothic"), m_monoFont.family()});
         m_monoFont.setPointSizeF(7.5);
+        m_monoFont.setStyleStrategy(QFont::PreferNoShaping);
         m_rowHeight = Line(m_smallFont) * 1.35;
         Lay();
     }
