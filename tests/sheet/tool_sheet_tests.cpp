@@ -108,8 +108,7 @@ TEST_F(ToolSheetTest, ABlockHoldsTheListSummaryItsOptionFeedsAndItsLimit)
     }
     EXPECT_EQ(summary, MakeParamString(ws));
     EXPECT_EQ(block.feeds, std::vector<std::string>{"Option feed V:  0 to 10: 100;  10 to 22: 80"});
-    EXPECT_EQ(block.limits, std::vector<std::string>{"Limits: LIMITS, P output  Limit A 1.00, "
-                                                     "Limit V 2.00, Limit U 3.00, Limit D 4.00"});
+    EXPECT_EQ(block.limits, std::vector<std::string>{"Limits: LIMITS, P output"});
 }
 
 TEST(SheetScale, TheLargestStandardScaleThatFits)

@@ -89,7 +89,8 @@ std::vector<std::string> FeedLines(const Workspace &workspace, const ToolSlot &t
     return lines;
 }
 
-// The limit in the words of the limit window: its kind, its output and its values.
+// The limit in the words of the limit window: its kind and its output. Its values are in the
+// summary already.
 std::vector<std::string> LimitLines(const Workspace &workspace, const ToolSlot &tool)
 {
     const int mode = tool.LimitFlags & LimitModeMask;
@@ -99,12 +100,6 @@ std::vector<std::string> LimitLines(const Workspace &workspace, const ToolSlot &
     std::string line = workspace.Text("frmLimit", "Text1") + ": ";
     line += workspace.Text("frmLimit", mode == 2 ? "Text4" : "Text3") + ", ";
     line += workspace.Text("frmLimit", (tool.LimitFlags & LimitPVariant) ? "Text6" : "Text5");
-    const int count = (tool.LimitFlags & LimitFourValues) ? 4 : 1;
-    for (int i = 0; i < count; ++i) {
-        line += i == 0 ? "  " : ", ";
-        line += workspace.Text("frmLimit", "Text" + std::to_string(9 + i)) + ' ' +
-                FormatSingle(tool.LimitValues[static_cast<std::size_t>(i)], "##0.00");
-    }
     return {std::move(line)};
 }
 

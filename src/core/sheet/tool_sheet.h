@@ -39,7 +39,8 @@ struct SheetRow
 };
 
 // The block of one tool: its heading, the parameter summary of the tool list (lines of a
-// fixed-pitch font), and a line per option feed letter and for the limit when the tool has them.
+// fixed-pitch font, the limit's values among them), and a line per option feed letter and one
+// naming the limit's kind and output when the tool has them.
 struct SheetToolBlock
 {
     int slot = 0; // 0-based
