@@ -12,51 +12,31 @@ class ToolSheetTest : public Listing
 // One tool per case: how its overview row reads.
 struct RowCase
 {
-    const char *what;
     std::int16_t kind;
-    float dia, corner, length;
+    std::array<float, 3> diaCornerLength;
     std::int16_t lengthMode;
     std::array<const char *, SheetColumnCount> cells;
 };
 
 TEST_F(ToolSheetTest, OverviewRowsShowEachKindAsTheListDoesWithTheLengths)
 {
+    // Ball: half its diameter as corner radius; taper: no diameter; flat: no corner radius;
+    // corner rounding: no length. The overall length is Len1 when a length is defined.
     const RowCase cases[] = {
-        {"ball: half the diameter as corner radius",
-         KindBal,
-         10,
+        {KindBal,
+         {10, 0, 20},
          0,
-         20,
-         0,
-         {"1", "BAL", "10.0", "5.0", "20.0", "", "ARBOR2", "-0.25", "3", "ball"}},
-        {"taper: no diameter",
-         KindTap,
-         4,
-         0.5f,
-         30,
-         1,
-         {"2", "TAP", "", "0.5", "30.0", "80.0", "", "", "", "taper"}},
-        {"flat: no corner radius",
-         KindFla,
-         12,
-         1,
-         26,
-         2,
-         {"3", "FLA", "12.0", "", "26.0", "80.0", "", "", "", "flat"}},
-        {"corner rounding: no length",
-         KindRad,
-         16,
-         3,
-         9,
-         0,
-         {"4", "RAD", "16.0", "3.0", "", "", "", "", "", "rad"}},
+         {"1", "BAL", "10.0", "5.0", "20.0", "", "ARBOR2", "-0.25", "3", "b"}},
+        {KindTap, {4, 0.5f, 30}, 1, {"2", "TAP", "", "0.5", "30.0", "80.0", "", "", "", "t"}},
+        {KindFla, {12, 1, 26}, 2, {"3", "FLA", "12.0", "", "26.0", "80.0", "", "", "", "f"}},
+        {KindRad, {16, 3, 9}, 0, {"4", "RAD", "16.0", "3.0", "", "", "", "", "", "r"}},
     };
     for (std::size_t i = 0; i < std::size(cases); ++i) {
         ToolSlot &tool = Slot(static_cast<int>(i));
         tool.ToolKind = cases[i].kind;
-        tool.ToolDia = cases[i].dia;
-        tool.CornerRad = cases[i].corner;
-        tool.ToolLength = cases[i].length;
+        tool.ToolDia = cases[i].diaCornerLength[0];
+        tool.CornerRad = cases[i].diaCornerLength[1];
+        tool.ToolLength = cases[i].diaCornerLength[2];
         tool.LengthMode = cases[i].lengthMode;
         tool.Len[0] = 80;
         tool.ToolComment = cases[i].cells[9];
@@ -71,7 +51,7 @@ TEST_F(ToolSheetTest, OverviewRowsShowEachKindAsTheListDoesWithTheLengths)
 
     ASSERT_EQ(sheet.rows.size(), std::size(cases));
     for (std::size_t i = 0; i < std::size(cases); ++i) {
-        SCOPED_TRACE(cases[i].what);
+        SCOPED_TRACE(cases[i].cells[1]);
         std::array<std::string, SheetColumnCount> expected;
         std::copy(cases[i].cells.begin(), cases[i].cells.end(), expected.begin());
         EXPECT_EQ(sheet.rows[i].cells, expected);
