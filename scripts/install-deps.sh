@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev qt6-qpa-plugins
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-dev clang-format
-  xvfb xauth fonts-noto-cjk
+  xvfb xauth fonts-noto-cjk poppler-utils
   g++-mingw-w64-x86-64-posix wine64
   dpkg-dev file desktop-file-utils appstream libxml2-utils
 )

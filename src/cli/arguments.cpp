@@ -17,7 +17,7 @@ struct CommandName
 constexpr CommandName Commands[] = {
     {"check", CommandKind::Check},         {"dump", CommandKind::Dump},
     {"normalize", CommandKind::Normalize}, {"catalogue-check", CommandKind::CatalogueCheck},
-    {"render", CommandKind::Render},
+    {"render", CommandKind::Render},       {"sheet", CommandKind::Sheet},
 };
 
 // Larger pictures would only be a way to run out of memory.
@@ -102,6 +102,7 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
     std::optional<Error> firstError;
     std::optional<std::string> renderOption; // the first option only render takes
     std::optional<ImageFormat> format;
+    bool paperGiven = false;
     bool help = false;
     bool optionsEnded = false;
 
@@ -150,8 +151,8 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
             name = name.substr(0, equals);
         }
         const bool forRender = name == "--slot" || name == "--size" || name == "--format";
-        const bool known = forRender || name == "--catalogue" || name == "--magazine-max" ||
-                           name == "-o" || name == "--output";
+        const bool known = forRender || name == "--paper" || name == "--catalogue" ||
+                           name == "--magazine-max" || name == "-o" || name == "--output";
         if (!known) {
             fail("unknown option " + Quoted(name));
             continue;
@@ -187,6 +188,15 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
             if (!ParseSize(*value, render)) {
                 fail("--size takes WIDTHxHEIGHT in pixels, each from 1 to " +
                      std::to_string(MaxPictureSide) + ", not " + Quoted(*value));
+            }
+        } else if (name == "--paper") {
+            paperGiven = true;
+            if (*value == "a4" || *value == "A4") {
+                invocation.paper = PaperSize::A4;
+            } else if (*value == "letter" || *value == "Letter") {
+                invocation.paper = PaperSize::Letter;
+            } else {
+                fail("--paper takes a4 or letter, not " + Quoted(*value));
             }
         } else if (name == "--format") {
             format = FormatNamed(*value);
@@ -234,8 +244,15 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
     invocation.file = positional[1];
 
     const bool rendering = invocation.command == CommandKind::Render;
-    if (invocation.output && invocation.command != CommandKind::Normalize && !rendering) {
-        return Error("-o is for normalize and render only");
+    const bool sheet = invocation.command == CommandKind::Sheet;
+    if (invocation.output && invocation.command != CommandKind::Normalize && !rendering && !sheet) {
+        return Error("-o is for normalize, render and sheet only");
+    }
+    if (paperGiven && !sheet) {
+        return Error("--paper is for sheet only");
+    }
+    if (sheet && !invocation.output) {
+        return Error("sheet needs -o OUT.pdf");
     }
     if (invocation.overwrite && invocation.command != CommandKind::Normalize) {
         return Error("--overwrite is for normalize only");
@@ -318,6 +335,16 @@ Commands:
                            magazine number and kind, as MAG03_CUT.png.
                              ttltool render Atc.ttl --all -o pictures
                              ttltool render Atc.ttl --all --format svg -o svg
+  sheet FILE -o OUT.pdf [--paper a4|letter]
+                           Write the tool sheet of FILE as a PDF for the
+                           machine: on every page the file, its date and the
+                           page number; a table of every position that holds
+                           a tool, then each tool drawn to a stated scale
+                           with its values, option feeds and limit. Words in
+                           the catalogue's language. Exit codes as for check,
+                           3 when OUT cannot be written.
+                             ttltool sheet Atc.ttl -o atc-sheet.pdf
+                             ttltool sheet Atc.ttl -o sheet.pdf --paper letter
   catalogue-check FILE     Load FILE as a message catalogue, print its version
                            and each text it leaves empty, one "section key" a
                            line, and warn of a file title (Str80) with
@@ -336,6 +363,7 @@ Options, before or after the file names:
                              ttltool check Atc.ttl --magazine-max 200
   -o, --output OUT         normalize: write to OUT instead of over FILE.
                            render: the picture, or the folder for --all.
+                           sheet: the PDF.
                              ttltool normalize -o Atc_clean.ttl Atc.ttl
   --overwrite              normalize: replace OUT even when it is an existing
                            file that was not read.
@@ -351,6 +379,7 @@ Options, before or after the file names:
                              ttltool render a.ttl --all --size 400x300 -o small
   --format png|svg         render: the picture format; for --slot the name of
                            OUT decides when this is not given, for --all png.
+  --paper a4|letter        sheet: the paper size (default a4), portrait.
   -h, --help               Show this text.
                              ttltool --help
   --                       Everything after it is a file name.
@@ -359,8 +388,8 @@ Options, before or after the file names:
 Options that take a value also accept the form --option=VALUE.
 Like the editor, ttltool reads QorTool.INI and the catalogue from its own folder
 (catalogue-check needs neither). A wrong command line exits with 64, and so
-does render in a ttltool built without Qt. Without a display, render draws on
-Qt's offscreen platform unless QT_QPA_PLATFORM says otherwise.
+do render and sheet in a ttltool built without Qt. Without a display, render
+and sheet draw on Qt's offscreen platform unless QT_QPA_PLATFORM says otherwise.
 )";
 }
 

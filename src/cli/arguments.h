@@ -2,6 +2,7 @@
 
 #include "result.h"
 #include "startup.h"
+#include "tool_sheet.h"
 
 #include <optional>
 #include <span>
@@ -19,7 +20,8 @@ enum class CommandKind
     Dump,
     Normalize,
     CatalogueCheck,
-    Render
+    Render,
+    Sheet
 };
 
 enum class ImageFormat
@@ -46,16 +48,18 @@ struct Invocation
 {
     CommandKind command = CommandKind::Help;
     std::string file;
-    std::optional<std::string> output; // normalize and render -o
+    std::optional<std::string> output; // normalize, render and sheet -o
     bool overwrite = false;            // normalize: OUT may be a file it did not read
     StartupOverrides overrides;        // --catalogue, --magazine-max
     RenderOptions render;
+    PaperSize paper = PaperSize::A4; // sheet --paper
 
     bool operator==(const Invocation &other) const
     {
         return command == other.command && file == other.file && output == other.output &&
                overwrite == other.overwrite && overrides.catalogue == other.overrides.catalogue &&
-               overrides.magazineMax == other.overrides.magazineMax && render == other.render;
+               overrides.magazineMax == other.overrides.magazineMax && render == other.render &&
+               paper == other.paper;
     }
 };
 

@@ -220,8 +220,11 @@ int CatalogueCheck(const std::string &file, const std::string &appDir, std::ostr
 int RunInvocation(const Invocation &invocation, const std::string &appDir, std::ostream &out,
                   std::ostream &err, PictureWriterFactory makeWriter)
 {
-    if (invocation.command == CommandKind::Render && makeWriter == nullptr) {
-        err << "ttltool: render is not available: this ttltool was built without Qt\n";
+    const bool draws =
+        invocation.command == CommandKind::Render || invocation.command == CommandKind::Sheet;
+    if (draws && makeWriter == nullptr) {
+        err << "ttltool: " << (invocation.command == CommandKind::Sheet ? "sheet" : "render")
+            << " is not available: this ttltool was built without Qt\n";
         return ExitUsage;
     }
     if (invocation.command == CommandKind::CatalogueCheck) {
@@ -256,6 +259,8 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
         return Normalize(workspace, invocation, input, out, err);
     case CommandKind::Render:
         return Render(workspace, invocation, makeWriter, out, err);
+    case CommandKind::Sheet:
+        return Sheet(workspace, invocation, makeWriter, out, err);
     default:
         return 0;
     }

@@ -3,6 +3,7 @@
 #include "atomic_file.h"
 #include "qt_picture_surface.h"
 #include "render_slot.h"
+#include "tool_sheet_painter.h"
 
 #include <QBuffer>
 #include <QGuiApplication>
@@ -65,6 +66,12 @@ public:
             return Error("Cannot draw \"" + request.path + "\": the picture could not be made.");
         }
         return WriteFileAtomically(request.path, std::string_view(bytes.data(), bytes.size()));
+    }
+
+    Status WriteSheet(Workspace &workspace, const SheetRequest &request) override
+    {
+        return WriteToolSheetPdf(workspace, request.path, request.paper, request.fileName,
+                                 request.fileDate);
     }
 
 private:

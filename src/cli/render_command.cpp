@@ -41,6 +41,27 @@ PictureRequest RequestFor(const ToolTable &table, int slot, std::string path,
 
 } // namespace
 
+Status PictureWriter::WriteSheet(Workspace &, const SheetRequest &request)
+{
+    return Error("Cannot write \"" + request.path + "\": this program cannot paint tool sheets.");
+}
+
+int Sheet(Workspace &workspace, const Invocation &invocation, PictureWriterFactory makeWriter,
+          std::ostream &out, std::ostream &err)
+{
+    std::string name = Utf8Path(NativePath(invocation.file).filename());
+    const SheetRequest request{invocation.output.value_or(std::string()), invocation.paper,
+                               name.empty() ? invocation.file : std::move(name),
+                               FileDateText(invocation.file)};
+    const std::unique_ptr<PictureWriter> writer = makeWriter();
+    if (Status written = writer->WriteSheet(workspace, request); !written) {
+        err << written.error().message << '\n';
+        return ExitWriteFailed;
+    }
+    out << "wrote " << request.path << '\n';
+    return 0;
+}
+
 std::string PictureFileName(int slot, int kind, ImageFormat format)
 {
     char number[16];

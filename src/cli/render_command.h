@@ -23,14 +23,25 @@ struct PictureRequest
     std::string description; // UTF-8
 };
 
-// Draws pictures; the one that paints with Qt lives in a library of its own so that the rest of
-// the command line needs no Qt.
+// One tool sheet to write: the table's sheet as a PDF.
+struct SheetRequest
+{
+    std::string path;
+    PaperSize paper = PaperSize::A4;
+    std::string fileName; // UTF-8, for the page header
+    std::string fileDate; // "" when unknown
+};
+
+// Draws pictures and tool sheets; the one that paints with Qt lives in a library of its own so that
+// the rest of the command line needs no Qt.
 class PictureWriter
 {
 public:
     virtual ~PictureWriter() = default;
     // Fails with the reason when the file cannot be written; nothing is left half-written.
     virtual Status Write(Workspace &workspace, const PictureRequest &request) = 0;
+    // Writes a tool sheet; a writer that cannot paint sheets fails with the reason.
+    virtual Status WriteSheet(Workspace &workspace, const SheetRequest &request);
 };
 
 // Makes the writer when the first picture is due; null when this program cannot draw.
@@ -44,5 +55,10 @@ std::string PictureFileName(int slot, int kind, ImageFormat format);
 // when a folder or a picture cannot be written (--all stops at the first).
 int Render(Workspace &workspace, const Invocation &invocation, PictureWriterFactory makeWriter,
            std::ostream &out, std::ostream &err);
+
+// Writes the tool sheet of the table read into `workspace` to the PDF that -o names. Returns the
+// exit status: 0, or ExitWriteFailed when the file cannot be written.
+int Sheet(Workspace &workspace, const Invocation &invocation, PictureWriterFactory makeWriter,
+          std::ostream &out, std::ostream &err);
 
 } // namespace qor::cli

@@ -43,6 +43,13 @@ TEST(ParseArguments, TakesOptionsBeforeAndAfterTheFile)
              return overwriting;
          }()},
         {{"check", "--", "-odd.ttl"}, Make(CommandKind::Check, "-odd.ttl")},
+        {{"sheet", "Atc.ttl", "-o", "s.pdf"}, Make(CommandKind::Sheet, "Atc.ttl", "s.pdf")},
+        {{"sheet", "--paper=letter", "Atc.ttl", "-o", "s.pdf"},
+         [] {
+             Invocation letter = Make(CommandKind::Sheet, "Atc.ttl", "s.pdf");
+             letter.paper = PaperSize::Letter;
+             return letter;
+         }()},
         {{"catalogue-check", "QORTool.msg"}, Make(CommandKind::CatalogueCheck, "QORTool.msg")},
         {{"render", "Atc.ttl", "--slot", "3", "-o", "m3.png"},
          MakeRender("m3.png", {.magazine = 3})},
@@ -86,7 +93,10 @@ TEST(ParseArguments, NamesTheFirstMistakeInOneLine)
         {{"check", "a.ttl", "--magazine-max", "32768"}, "from 1 to 32767"},
         {{"check", "a.ttl", "--magazine-max=12.5"}, "from 1 to 32767"},
         {{"check", "a.ttl", "--magazine-max", "20x"}, "from 1 to 32767"},
-        {{"dump", "a.ttl", "-o", "b.ttl"}, "-o is for normalize and render only"},
+        {{"dump", "a.ttl", "-o", "b.ttl"}, "-o is for normalize, render and sheet only"},
+        {{"sheet", "a.ttl"}, "sheet needs -o OUT.pdf"},
+        {{"sheet", "a.ttl", "-o", "s.pdf", "--paper", "a3"}, "a4 or letter, not 'a3'"},
+        {{"check", "a.ttl", "--paper", "a4"}, "--paper is for sheet only"},
         {{"dump", "a.ttl", "--all"}, "--all is for render only"},
         {{"check", "a.ttl", "--overwrite"}, "--overwrite is for normalize only"},
         {{"check", "a.ttl", "--size=10x10", "--fixed"}, "--size is for render only"},

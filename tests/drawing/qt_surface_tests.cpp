@@ -132,5 +132,28 @@ TEST(QtPictureSurface, LeavesABorrowedPainterAsItWas)
     EXPECT_TRUE(IsRed(image.pixel(0, 0))) << "the surface paints in device coordinates";
 }
 
+// A sheet's picture box: a 100 × 80 pixel area at (200, 100), half a millimetre to the unit, so
+// 20 × 16 units; the line 5 units below its centre lies 25 pixels down, and nothing leaves it.
+TEST(QtPictureSurface, PaintsIntoAnAreaAtItsScaleAndNowhereElse)
+{
+    QImage image = MakeImage();
+    QPainter painter(&image);
+
+    {
+        QtPictureSurface s(painter, QRectF(200, 100, 100, 80), 0.5, 0.1);
+        EXPECT_DOUBLE_EQ(s.ScaleWidth(), 20.0);
+        s.SetScale(-10, 8, 10, -8);
+        s.SetDrawWidth(2);
+        s.Line(-100, -5, 100, -5);
+    }
+
+    painter.end();
+    EXPECT_TRUE(IsDark(image.pixel(250, 165)));
+    EXPECT_TRUE(IsDark(image.pixel(202, 165)));
+    EXPECT_FALSE(IsDark(image.pixel(197, 165))) << "drawn outside the area";
+    EXPECT_FALSE(IsDark(image.pixel(303, 165))) << "drawn outside the area";
+    EXPECT_EQ(DarkRunDown(image, 250, 155, 175), 2) << "a pen of 0.2 mm at 10 pixels a mm";
+}
+
 } // namespace
 } // namespace qor

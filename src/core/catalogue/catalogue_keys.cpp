@@ -81,6 +81,8 @@ std::vector<CatalogueKey> BuildKeys()
 
     KeyList("frmLimit", "Text").Range(1, 14).AppendTo(keys);
 
+    KeyList("Sheet", "Text").Range(1, 12).AppendTo(keys);
+
     // Kind names 0..9 and 15, arbor type names 10..13, the editor's 14, arbor
     // flag captions 20 and 21, the writer's 31 and 80 (file title), the tool
     // list's parameter texts 40..47, 81..84 and 87..94, the editor's kind list
@@ -116,6 +118,7 @@ std::vector<CatalogueKey> BuildKeys()
         .Subs(32, 1, 10)
         .Subs(33, 1, 5)
         .Subs(34, 1, 5)
+        .Subs(37, 1, 1)
         .Subs(38, 1, 7)
         .AppendTo(keys);
 

@@ -182,6 +182,7 @@ int SectionNumber(std::string_view name)
         {"MSG", MessageCatalogue::Msg},
         {"STRING", MessageCatalogue::String},
         {"FRMLIMIT", MessageCatalogue::FrmLimit},
+        {"SHEET", MessageCatalogue::Sheet},
     };
     name = TrimSpaces(name);
     for (const Known &k : known) {

@@ -29,7 +29,8 @@ public:
         FrmInfo = 4,
         Msg = 5,
         String = 6,
-        FrmLimit = 8
+        FrmLimit = 8,
+        Sheet = 9 // the printed tool sheet
     };
 
     static constexpr int MaxLines = 10001;
@@ -76,7 +77,7 @@ private:
 
     // Index = section number - 1 (the pool, number 7, is kept apart). Each
     // table ends at the highest entry defined in it.
-    std::array<std::vector<Entry>, 8> m_sections;
+    std::array<std::vector<Entry>, 9> m_sections;
     std::vector<Span> m_pool;
     std::string m_text; // the decoded file
 };

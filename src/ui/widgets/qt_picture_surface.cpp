@@ -125,6 +125,29 @@ QtPictureSurface::QtPictureSurface(const DeviceMetrics &metrics, std::unique_ptr
     }
 }
 
+QtPictureSurface::DeviceMetrics QtPictureSurface::AreaMetrics(const QPaintDevice *device,
+                                                              const QRectF &area, double unitMm,
+                                                              double penMm)
+{
+    DeviceMetrics m = MetricsOf(device);
+    m.area = area;
+    const double unit = unitMm > 0 ? unitMm : 1.0;
+    m.pixelsPerMmX *= unit;
+    m.pixelsPerMmY *= unit;
+    m.devicePixelRatio = std::max(penMm * m.pixelsPerMmX / unit, 0.1);
+    return m;
+}
+
+QtPictureSurface::QtPictureSurface(QPainter &painter, const QRectF &area, double unitMm,
+                                   double penMm)
+    : QtPictureSurface(AreaMetrics(painter.device(), area, unitMm, penMm), nullptr, &painter)
+{
+    m_dotScale = m_devicePixelRatio;
+    if (m_active) {
+        m_painter->setClipRect(area, Qt::IntersectClip);
+    }
+}
+
 // A painter of our own ends when m_ownPainter goes.
 QtPictureSurface::~QtPictureSurface()
 {
@@ -135,7 +158,8 @@ QtPictureSurface::~QtPictureSurface()
 
 QPointF QtPictureSurface::ToPainter(double x, double y) const
 {
-    return QPointF(ToSurfaceX(x) * m_pixelsPerMmX, ToSurfaceY(y) * m_pixelsPerMmY);
+    return QPointF(m_area.left() + ToSurfaceX(x) * m_pixelsPerMmX,
+                   m_area.top() + ToSurfaceY(y) * m_pixelsPerMmY);
 }
 
 // Cosmetic pens keep their width whatever the mapping, but Qt does not widen them for a device
@@ -180,7 +204,7 @@ void QtPictureSurface::DoPSet(double x, double y, Rgb colour)
     }
     // A single pixel would vanish, and a dot no wider than the outline hides on it: the
     // marker is a clear disc a little wider than the pen.
-    const double radius = std::max(3.0, DrawWidth() + 1.0);
+    const double radius = std::max(3.0, DrawWidth() + 1.0) * m_dotScale;
     const QPointF centre = ToPainter(x, y);
     if (!m_area.adjusted(-radius, -radius, radius, radius).contains(centre)) {
         return;

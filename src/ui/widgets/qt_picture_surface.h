@@ -23,11 +23,18 @@ public:
     explicit QtPictureSurface(QPaintDevice &device);
     // Paints with a painter that is already active; its state is restored when destroyed.
     explicit QtPictureSurface(QPainter &painter);
+    // Paints into `area` of an active painter (device coordinates, the painter's transform is
+    // not used) and nowhere else, with `unitMm` millimetres of the device to the surface's unit,
+    // so that 0.5 draws a tool at scale 1 at half its size. A pen width of 1 is `penMm`
+    // millimetres wide whatever the device's resolution (a printer's or a PDF's).
+    QtPictureSurface(QPainter &painter, const QRectF &area, double unitMm, double penMm);
     ~QtPictureSurface() override;
 
 private:
     struct DeviceMetrics;
     static DeviceMetrics MetricsOf(const QPaintDevice *device);
+    static DeviceMetrics AreaMetrics(const QPaintDevice *device, const QRectF &area, double unitMm,
+                                     double penMm);
     QtPictureSurface(const DeviceMetrics &metrics, std::unique_ptr<QPainter> own,
                      QPainter *painter);
 
@@ -44,6 +51,7 @@ private:
     double m_pixelsPerMmX;
     double m_pixelsPerMmY;
     double m_devicePixelRatio;
+    double m_dotScale = 1.0;
     QRectF m_area; // the whole device in painter coordinates
     bool m_active;
 };
