@@ -3,10 +3,11 @@
 #include "temp_dir.h"
 #include "text_decoding.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
-#include <ostream>
 #include <random>
 #include <string>
+#include <string_view>
 
 namespace qor {
 namespace {
@@ -87,54 +88,41 @@ TEST(MessageCatalogue, GetTextFollowsTheFilesQuirks)
     }
 }
 
-struct BadFile
+// A file that cannot be loaded is refused naming the file and the line, and
+// the catalogue keeps what it held.
+TEST(MessageCatalogue, RefusesABrokenFileNamingTheLine)
 {
-    std::string bytes;
-    int line;
-    const char *says;
-};
+    const struct
+    {
+        std::string bytes;
+        int line;
+        const char *says;
+    } cases[] = {{"", 0, "empty"},
+                 {"\xEF\xBB\xBF", 0, "empty"},
+                 {"Text5=x", 1, "\"Text5\" stands outside a known section"},
+                 {"[MSG]\r\n[Config]\r\nMsg2-2=x\r\n", 3, "outside a known section"},
+                 // Three lines: the final line end starts no fourth one.
+                 {"[MSG]\n\nMSG3=x\n", 3, "outside 0 to 2"},
+                 {"[MSG]\nMSG99999=x\n", 2, "outside 0 to 1"},
+                 {"[MSG]\nMSG1-40000=x\n", 2, "sub-key"}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.bytes);
+        MessageCatalogue catalogue = Loaded("[MSG]\nMSG1=kept\n");
 
-void PrintTo(const BadFile &bad, std::ostream *out)
-{
-    *out << "line " << bad.line << ": " << bad.says;
-}
+        auto status = catalogue.LoadFromBytes(c.bytes, "QORTool.msg");
 
-class LoadErrorTest : public testing::TestWithParam<BadFile>
-{};
-
-TEST_P(LoadErrorTest, IsRefusedNamingTheLine)
-{
-    MessageCatalogue catalogue = Loaded("[MSG]\nMSG1=kept\n");
-
-    auto status = catalogue.LoadFromBytes(GetParam().bytes, "QORTool.msg");
-
-    ASSERT_FALSE(status.ok());
-    EXPECT_EQ(status.error().line, GetParam().line);
-    std::string where = "\"QORTool.msg\"";
-    if (GetParam().line > 0) {
-        where += ", line " + std::to_string(GetParam().line);
+        ASSERT_FALSE(status.ok());
+        EXPECT_EQ(status.error().line, c.line);
+        std::string where = "\"QORTool.msg\"";
+        if (c.line > 0) {
+            where += ", line " + std::to_string(c.line);
+        }
+        EXPECT_EQ(status.error().message.rfind(where, 0), 0u) << status.error().message;
+        EXPECT_NE(status.error().message.find(c.says), std::string::npos) << status.error().message;
+        EXPECT_EQ(catalogue.GetText("MSG", "MSG1"), "kept");
     }
-    EXPECT_EQ(status.error().message.rfind(where, 0), 0u) << status.error().message;
-    EXPECT_NE(status.error().message.find(GetParam().says), std::string::npos)
-        << status.error().message;
-    EXPECT_EQ(catalogue.GetText("MSG", "MSG1"), "kept");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    MessageCatalogue, LoadErrorTest,
-    testing::Values(BadFile{"", 0, "empty"}, BadFile{"\xEF\xBB\xBF", 0, "empty"},
-                    BadFile{"Text5=x", 1, "\"Text5\" stands outside a known section"},
-                    BadFile{"[MSG]\r\n[Config]\r\nMsg2-2=x\r\n", 3, "outside a known section"},
-                    // Three lines: the final line end starts no fourth one.
-                    BadFile{"[MSG]\n\nMSG3=x\n", 3, "outside 0 to 2"},
-                    BadFile{"[MSG]\nMSG99999=x\n", 2, "outside 0 to 1"},
-                    BadFile{"[MSG]\nMSG1-40000=x\n", 2, "sub-key"}));
-
-TEST(MessageCatalogue, AcceptsEntryNumbersUpToTheLastLine)
-{
-    auto catalogue = Loaded("[MSG]\nMSG3=x\n\n\n");
-
-    EXPECT_EQ(catalogue.GetText("MSG", "MSG3"), "x");
+    // An entry number up to the last line is fine.
+    EXPECT_EQ(Loaded("[MSG]\nMSG3=x\n\n\n").GetText("MSG", "MSG3"), "x");
 }
 
 TEST(MessageCatalogue, ReadsOnlyTheFirst10001Lines)
@@ -200,15 +188,6 @@ TEST(MessageCatalogue, LoadsAFileAndNamesOneItCannotRead)
     EXPECT_NE(missing.error().message.find(dir.file("missing.msg")), std::string::npos);
 }
 
-TEST(MessageCatalogue, ShippedCatalogueDefinesEveryKeyTheProgramAsksFor)
-{
-    auto catalogue = Loaded(test::SourceFile("data/QORTool.msg"));
-
-    for (const CatalogueKey &key : CatalogueKeys()) {
-        EXPECT_NE(catalogue.GetText(key.section, key.key), "") << key.section << " " << key.key;
-    }
-}
-
 // The sample with random pieces inserted, erased or overwritten: whatever
 // loads answers in UTF-8, whatever does not is refused naming the file.
 TEST(MessageCatalogue, SurvivesRandomMutations)
@@ -245,6 +224,55 @@ TEST(MessageCatalogue, SurvivesRandomMutations)
     }
     EXPECT_GT(loaded, 400); // the mutations reach both outcomes
     EXPECT_LT(loaded, 3600);
+}
+
+// The "%1" ... "%9" a text fills in.
+std::string Placeholders(std::string_view text)
+{
+    std::string found;
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        if (text[i] == '%' && text[i + 1] >= '1' && text[i + 1] <= '9') {
+            found += text[i + 1];
+        }
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+// The shipped catalogues hold a text for every key the program asks for; the
+// Japanese one reads as UTF-8, keeps what the windows glue or fill in, and keeps the
+// words that go into the tool list file as they are.
+TEST(ShippedCatalogues, DefineEveryKeyAndTheJapaneseOneKeepsTheFileWords)
+{
+    const MessageCatalogue english = Loaded(test::SourceFile("data/QORTool.msg"));
+    const MessageCatalogue japanese = Loaded(test::SourceFile("data/QORTool_ja.msg"));
+
+    for (const CatalogueKey &k : CatalogueKeys()) {
+        const std::string en = english.GetText(k.section, k.key);
+        const std::string ja = japanese.GetText(k.section, k.key);
+        SCOPED_TRACE(std::string(k.section) + " " + std::string(k.key));
+        EXPECT_NE(en, "");
+        EXPECT_NE(ja, "");
+        EXPECT_EQ(Placeholders(ja), Placeholders(en));
+        EXPECT_EQ(ja.starts_with(' '), en.starts_with(' '));
+        EXPECT_EQ(ja.ends_with(' '), en.ends_with(' '));
+    }
+    for (const char *key : {"Str0", "Str1", "Str2", "Str3", "Str4", "Str5", "Str6", "Str7", "Str8",
+                            "Str9", "Str11", "Str12", "Str13", "Str15", "Str80"}) {
+        EXPECT_EQ(japanese.GetText("String", key), english.GetText("String", key)) << key;
+    }
+    EXPECT_EQ(japanese.GetText("frmLimit", "Text3"), "LIMIT");
+    EXPECT_EQ(japanese.GetText("frmEditor", "Text32"), "キャンセル");
+    EXPECT_EQ(japanese.GetText("frmList", "Text23"), "工具径");
+}
+
+// Valid UTF-8 wins over the code page (the catalogue tests above read the
+// other cases through it), and a BOM keeps one damaged character from turning
+// the rest into mojibake.
+TEST(DecodeTextFile, PrefersUtf8)
+{
+    EXPECT_EQ(DecodeTextFile("\xC3\x98", 932), "\xC3\x98"); // two half-width katakana in 932
+    EXPECT_EQ(DecodeTextFile("\xEF\xBB\xBF\xC3\xA9\xFF", 1252), "\xC3\xA9\xEF\xBF\xBD");
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "code_page.h"
 
 #include <gtest/gtest.h>
-#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,113 +8,88 @@
 namespace qor {
 namespace {
 
-struct HeldCase
+// Text every code page holds goes there and back unchanged.
+TEST(CodePage, EncodesWhatItHoldsAndDecodesItBack)
 {
-    const char *name;
-    int codePage;
-    std::string text; // UTF-8
-    std::string bytes;
-};
+    const struct
+    {
+        const char *name;
+        int codePage;
+        std::string text; // UTF-8
+        std::string bytes;
+    } cases[] = {
+        {"Ascii", 932, "C:\\cam ~ D20", "C:\\cam ~ D20"}, // 5C and 7E stay in 932
+        {"SlashedO", 1252,
+         "\xC3\x98"
+         "20 x 4 T-slot new",
+         "\xD8"
+         "20 x 4 T-slot new"},
+        {"WesternLetters", 1252, "Ma\xC3\x9F \xC3\xBC \xE2\x82\xAC \xC5\x92",
+         "Ma\xDF \xFC \x80 \x8C"},
+        {"Kanji", 932,
+         "\xE5\xB7\xA5\xE5\x85\xB7 \xCF\x86"
+         "10", // 工具 φ10
+         "\x8D\x48\x8B\xEF \x83\xD3"
+         "10"},
+        {"HalfWidthKana", 932, "\xEF\xBE\x8E\xEF\xBE\x9E\xEF\xBD\xB0\xEF\xBE\x99",
+         "\xCE\xDE\xB0\xD9"}, // ﾎﾞｰﾙ, one byte each
+        {"BackslashAsSecondByte", 932, "\xE3\x82\xBD\xE3\x83\x95\xE3\x83\x88",
+         "\x83\x5C\x83\x74\x83\x67"}, // ソフト
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
 
-void PrintTo(const HeldCase &c, std::ostream *out)
-{
-    *out << c.name;
+        const EncodedText encoded = EncodeCodePage(c.text, c.codePage);
+
+        EXPECT_EQ(encoded.Unheld, "");
+        EXPECT_EQ(encoded.Bytes, c.bytes);
+        EXPECT_EQ(DecodeCodePage(c.bytes, c.codePage), c.text);
+    }
 }
 
-class CodePageRoundTrip : public testing::TestWithParam<HeldCase>
-{};
-
-TEST_P(CodePageRoundTrip, EncodesAndDecodesBack)
+// A character the code page cannot hold is named, never replaced silently.
+TEST(CodePage, NamesTheFirstCharacterItCannotHold)
 {
-    const HeldCase &c = GetParam();
-
-    const EncodedText encoded = EncodeCodePage(c.text, c.codePage);
-
-    EXPECT_EQ(encoded.Unheld, "");
-    EXPECT_EQ(encoded.Bytes, c.bytes);
-    EXPECT_EQ(DecodeCodePage(c.bytes, c.codePage), c.text);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Names, CodePageRoundTrip,
-    testing::Values(
-        HeldCase{"Ascii", 932, "C:\\cam ~ D20", "C:\\cam ~ D20"}, // 5C and 7E stay in 932
-        HeldCase{"SlashedO", 1252,
-                 "\xC3\x98"
-                 "20 x 4 T-slot new",
-                 "\xD8"
-                 "20 x 4 T-slot new"},
-        HeldCase{"WesternLetters", 1252, "Ma\xC3\x9F \xC3\xBC \xE2\x82\xAC \xC5\x92",
-                 "Ma\xDF \xFC \x80 \x8C"},
-        HeldCase{"Kanji", 932,
-                 "\xE5\xB7\xA5\xE5\x85\xB7 \xCF\x86"
-                 "10", // 工具 φ10
-                 "\x8D\x48\x8B\xEF \x83\xD3"
-                 "10"},
-        HeldCase{"HalfWidthKana", 932, "\xEF\xBE\x8E\xEF\xBE\x9E\xEF\xBD\xB0\xEF\xBE\x99",
-                 "\xCE\xDE\xB0\xD9"}, // ﾎﾞｰﾙ, one byte each
-        HeldCase{"BackslashAsSecondByte", 932, "\xE3\x82\xBD\xE3\x83\x95\xE3\x83\x88",
-                 "\x83\x5C\x83\x74\x83\x67"}), // ソフト
-    [](const testing::TestParamInfo<HeldCase> &info) { return info.param.name; });
-
-struct UnheldCase
-{
-    const char *name;
-    int codePage;
-    std::string text;
-    std::string unheld; // the first character the code page cannot hold
-    std::string replaced;
-};
-
-void PrintTo(const UnheldCase &c, std::ostream *out)
-{
-    *out << c.name;
-}
-
-class CodePageUnheld : public testing::TestWithParam<UnheldCase>
-{};
-
-TEST_P(CodePageUnheld, IsNamedAndNeverReplacedSilently)
-{
-    const UnheldCase &c = GetParam();
-    std::vector<std::string> listed;
-
-    const EncodedText encoded = EncodeCodePage(c.text, c.codePage);
-    const std::string replaced = EncodeCodePageReplacing(c.text, c.codePage, &listed);
-
-    EXPECT_EQ(encoded.Unheld, c.unheld);
-    EXPECT_EQ(replaced, c.replaced);
-    ASSERT_FALSE(listed.empty());
-    EXPECT_EQ(listed.front(), c.unheld);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Characters, CodePageUnheld,
-    testing::Values(
-        UnheldCase{"KanjiIn1252", 1252, "D6 \xE5\xB7\xA5\xE5\x85\xB7", "\xE5\xB7\xA5", "D6 ??"},
-        UnheldCase{"SlashedOIn932", 932,
-                   "\xC3\x98"
-                   "20",
-                   "\xC3\x98", "?20"},
+    const struct
+    {
+        const char *name;
+        int codePage;
+        std::string text;
+        std::string unheld; // the first character the code page cannot hold
+        std::string replaced;
+    } cases[] = {
+        {"KanjiIn1252", 1252, "D6 \xE5\xB7\xA5\xE5\x85\xB7", "\xE5\xB7\xA5", "D6 ??"},
+        {"SlashedOIn932", 932,
+         "\xC3\x98"
+         "20",
+         "\xC3\x98", "?20"},
         // Converters write these as look-alikes (the backslash, the
         // full-width minus); the file would then not say what was typed.
-        UnheldCase{"YenIn932", 932,
-                   "\xC2\xA5"
-                   "100",
-                   "\xC2\xA5", "?100"},
-        UnheldCase{"MinusSignIn932", 932,
-                   "\xE2\x88\x92"
-                   "5",
-                   "\xE2\x88\x92", "?5"},
-        UnheldCase{"OutsideTheBmp", 1252, "a\xF0\x9F\x94\xA7", "\xF0\x9F\x94\xA7", "a?"},
-        UnheldCase{"MalformedUtf8", 1252, "a\xFF", "\xEF\xBF\xBD", "a?"}),
-    [](const testing::TestParamInfo<UnheldCase> &info) { return info.param.name; });
+        {"YenIn932", 932,
+         "\xC2\xA5"
+         "100",
+         "\xC2\xA5", "?100"},
+        {"MinusSignIn932", 932,
+         "\xE2\x88\x92"
+         "5",
+         "\xE2\x88\x92", "?5"},
+        {"OutsideTheBmp", 1252, "a\xF0\x9F\x94\xA7", "\xF0\x9F\x94\xA7", "a?"},
+        {"MalformedUtf8", 1252, "a\xFF", "\xEF\xBF\xBD", "a?"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        std::vector<std::string> listed;
 
-TEST(CodePage, ReplacingListsEachUnheldCharacterOnceInTheOrderOfTheText)
-{
+        const EncodedText encoded = EncodeCodePage(c.text, c.codePage);
+        const std::string replaced = EncodeCodePageReplacing(c.text, c.codePage, &listed);
+
+        EXPECT_EQ(encoded.Unheld, c.unheld);
+        EXPECT_EQ(replaced, c.replaced);
+        EXPECT_EQ(listed.empty() ? "" : listed.front(), c.unheld);
+    }
+    // Each character is listed once, in the order of the text: "ツールツ Ä" in 1252.
     std::vector<std::string> listed;
 
-    // "ツールツ" in 1252
     const std::string replaced = EncodeCodePageReplacing(
         "\xE3\x83\x84\xE3\x83\xBC\xE3\x83\xAB\xE3\x83\x84 \xC3\x84", 1252, &listed);
 
@@ -123,39 +97,16 @@ TEST(CodePage, ReplacingListsEachUnheldCharacterOnceInTheOrderOfTheText)
     EXPECT_EQ(listed, (std::vector<std::string>{"\xE3\x83\x84", "\xE3\x83\xBC", "\xE3\x83\xAB"}));
 }
 
-struct InvalidBytesCase
+// Bytes the code page does not define become U+FFFD; the rest is kept.
+TEST(CodePage, DecodesInvalidBytesAsReplacementCharacters)
 {
-    const char *name;
-    int codePage;
-    std::string bytes;
-    std::string text;
-};
-
-void PrintTo(const InvalidBytesCase &c, std::ostream *out)
-{
-    *out << c.name;
+    EXPECT_EQ(DecodeCodePage("\x81\x20"
+                             "A",
+                             932),
+              "\xEF\xBF\xBD A");                                                // no second byte
+    EXPECT_EQ(DecodeCodePage("ab\x82", 932), "ab\xEF\xBF\xBD");                 // cut short
+    EXPECT_EQ(DecodeCodePage("\x83\x47\xFD", 932), "\xE3\x82\xA8\xEF\xBF\xBD"); // undefined
 }
-
-class CodePageInvalidBytes : public testing::TestWithParam<InvalidBytesCase>
-{};
-
-TEST_P(CodePageInvalidBytes, BecomeReplacementCharactersAndTheRestIsKept)
-{
-    const InvalidBytesCase &c = GetParam();
-
-    EXPECT_EQ(DecodeCodePage(c.bytes, c.codePage), c.text);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Bytes, CodePageInvalidBytes,
-    testing::Values(InvalidBytesCase{"NoSecondByte", 932,
-                                     "\x81\x20"
-                                     "A",
-                                     "\xEF\xBF\xBD A"},
-                    InvalidBytesCase{"CutShort", 932, "ab\x82", "ab\xEF\xBF\xBD"},
-                    InvalidBytesCase{"UndefinedByte", 932, "\x83\x47\xFD",
-                                     "\xE3\x82\xA8\xEF\xBF\xBD"}),
-    [](const testing::TestParamInfo<InvalidBytesCase> &info) { return info.param.name; });
 
 TEST(CodePage, SettingNamesASupportedCodePageOrGives1252)
 {

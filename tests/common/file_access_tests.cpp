@@ -42,21 +42,6 @@ TEST(AtomicFile, ReplacesTheTargetOnlyOnCommitAndLeavesNoTemporaryFile)
     EXPECT_EQ(FilesIn(dir.path()), 1);
 }
 
-TEST(AtomicFile, RefusesFoldersAndMissingFoldersWithTheNameInTheMessage)
-{
-    test::TempDir dir;
-    fs::create_directory(dir.file("folder"));
-
-    Status onFolder = WriteFileAtomically(dir.file("folder"), "x");
-    Status inMissing = WriteFileAtomically(dir.file("missing/Atc.ttl"), "x");
-
-    ASSERT_FALSE(onFolder.ok());
-    EXPECT_NE(onFolder.error().message.find("folder"), std::string::npos);
-    ASSERT_FALSE(inMissing.ok());
-    EXPECT_NE(inMissing.error().message.find("missing/Atc.ttl"), std::string::npos);
-    EXPECT_EQ(FilesIn(dir.path()), 1);
-}
-
 TEST(AtomicFile, ReadWholeFileAndFileExistsTellMissingFilesApart)
 {
     test::TempDir dir;

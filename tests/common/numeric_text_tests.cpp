@@ -1,8 +1,15 @@
 #include "numeric_text.h"
 
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
+#include <random>
+#include <regex>
+#include <string>
 
 namespace qor {
 namespace {
@@ -40,16 +47,36 @@ TEST(ToSingle, ConvertsCorrectlyRoundedAndRefusesOverflow)
     EXPECT_EQ(ToSingle("1,5"), std::nullopt);
 }
 
-TEST(SingleToText, WritesAtMostSevenSignificantDigitsInPlainDecimalAndReadsBack)
+// Numbers are the bulk of a tool list: the fast text must name the value that
+// printf rounds to seven significant digits, in plain decimal notation.
+TEST(SingleToText, AgreesWithPrintfRoundingInPlainDecimal)
 {
-    EXPECT_EQ(SingleToText(1.0f / 3.0f), "0.3333333");
-    EXPECT_EQ(SingleToText(123456789.0f), "123456800");
-    EXPECT_EQ(SingleToText(0.00001f), "0.00001");
     EXPECT_EQ(SingleToText(-0.0f), "0");
     EXPECT_EQ(SingleToText(1e20f), "100000000000000000000");
-    for (int i = -20000; i <= 20000; i += 7) {
-        const float value = static_cast<float>(i) / 1000.0f;
-        EXPECT_EQ(ToSingle(SingleToText(value)), value) << i;
+    EXPECT_EQ(SingleToText(0.00001f), "0.00001");
+    const std::regex plain(R"(-?(0|[1-9][0-9]*)(\.[0-9]*[1-9])?)");
+    std::mt19937 random(7);
+    std::string text;
+    for (int i = 0; i < 300000; ++i) {
+        std::uint32_t bits = random();
+        float value;
+        std::memcpy(&value, &bits, sizeof value);
+        if (i % 3 == 1) {
+            value = static_cast<float>(static_cast<int>(bits % 2000001) - 1000000) / 1000.0f;
+        } else if (i % 3 == 2) {
+            value = static_cast<float>(bits % 10000000) + 0.5f; // ties at the seventh digit
+        }
+        if (!std::isfinite(value) || value == 0) {
+            continue;
+        }
+        char rounded[32];
+        std::snprintf(rounded, sizeof rounded, "%.6e", static_cast<double>(value));
+
+        text.clear();
+        AppendSingleText(text, value);
+
+        ASSERT_EQ(std::strtod(text.c_str(), nullptr), std::strtod(rounded, nullptr)) << text;
+        ASSERT_TRUE(std::regex_match(text, plain)) << text;
     }
 }
 

@@ -71,100 +71,82 @@ std::string Repeated(std::string_view text, int times)
     return out;
 }
 
-struct ReadCase
-{
-    std::string name;
-    std::string content;
-    std::string section;
-    std::string key;
-    std::string value;
-};
-
-class ProfileReads : public ::testing::TestWithParam<ReadCase>
-{};
-
-TEST_P(ProfileReads, FindTheValueWindowsFinds)
-{
-    const ReadCase &c = GetParam();
-    EXPECT_EQ(FindProfileValue(c.content, c.section, c.key), c.value);
-}
-
 const std::string Brackets = "[Two]]\r\nB=2\r\n[Three\r\nC=3\r\n";
 const std::string Leading = "Orphan=1\r\n[Config]\r\nA=2\r\n[]\r\nE=3\r\n";
-const std::string Utf16Settings = Utf16Le(u"[Config]\r\nBediener=Jürgen\r\nSymbol=\U0001F527\r\n");
 const std::string Wrench = "\xF0\x9F\x94\xA7"; // U+1F527, two UTF-16 units
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ProfileReads,
-    ::testing::Values(ReadCase{"HeaderEndsAtItsLastBracket", Brackets, "Two]", "B", "2"},
-                      ReadCase{"NoHeaderWithoutClosingBracket", Brackets, "Two]", "C", "3"},
-                      ReadCase{"UnclosedHeaderNamesNoSection", Brackets, "Three", "C", ""},
-                      ReadCase{"KeyBeforeAnySection", Leading, "", "orphan", "1"},
-                      ReadCase{"EmptyHeaderIsNotTheLeadingLines", Leading, "", "E", ""},
-                      ReadCase{"KeyWithoutEqualsSignComesFirst", "[Q]\r\nK\r\nK=5\r\n", "Q", "K",
-                               ""},
-                      ReadCase{"CommentLineIsAKeyToo", "[C]\r\n;x=1\r\n", "C", ";x", "1"},
-                      ReadCase{"Utf16File", Utf16Settings, "config", "BEDIENER", "J\xC3\xBCrgen"},
-                      ReadCase{"Utf16SurrogatePair", Utf16Settings, "Config", "Symbol", Wrench},
-                      ReadCase{"LimitCountsUtf16Units", "[L]\r\nU=" + Repeated("\xC3\xBC", 300),
-                               "L", "U", Repeated("\xC3\xBC", 254)},
-                      ReadCase{"LimitCutsNoCharacterInHalf", "[L]\r\nW=a" + Repeated(Wrench, 130),
-                               "L", "W", "a" + Repeated(Wrench, 126)}),
-    [](const auto &info) { return info.param.name; });
-
-struct WriteCase
+// The value Windows finds in what it takes for headers, keys and text.
+TEST(ProfileRead, FindsTheValueWindowsFinds)
 {
-    std::string name;
-    std::string content;
-    std::string section;
-    std::string key;
-    std::string value;
-    std::string written;
-};
-
-class ProfileWrites : public ::testing::TestWithParam<WriteCase>
-{};
-
-TEST_P(ProfileWrites, ChangeOnlyTheKeyLine)
-{
-    const WriteCase &c = GetParam();
-    std::string written = SetProfileValue(c.content, c.section, c.key, c.value);
-    EXPECT_EQ(written, c.written);
-    EXPECT_EQ(FindProfileValue(written, c.section, c.key), TrimBlanks(c.value));
+    const std::string utf16 = Utf16Le(u"[Config]\r\nBediener=Jürgen\r\nSymbol=\U0001F527\r\n");
+    const struct
+    {
+        const char *name;
+        std::string content, section, key, value;
+    } cases[] = {
+        {"HeaderEndsAtItsLastBracket", Brackets, "Two]", "B", "2"},
+        {"NoHeaderWithoutClosingBracket", Brackets, "Two]", "C", "3"},
+        {"UnclosedHeaderNamesNoSection", Brackets, "Three", "C", ""},
+        {"KeyBeforeAnySection", Leading, "", "orphan", "1"},
+        {"EmptyHeaderIsNotTheLeadingLines", Leading, "", "E", ""},
+        {"KeyWithoutEqualsSignComesFirst", "[Q]\r\nK\r\nK=5\r\n", "Q", "K", ""},
+        {"CommentLineIsAKeyToo", "[C]\r\n;x=1\r\n", "C", ";x", "1"},
+        {"Utf16File", utf16, "config", "BEDIENER", "J\xC3\xBCrgen"},
+        {"Utf16SurrogatePair", utf16, "Config", "Symbol", Wrench},
+        {"LimitCountsUtf16Units", std::string("[L]\r\nU=").append(Repeated("\xC3\xBC", 300)), "L",
+         "U", Repeated("\xC3\xBC", 254)},
+        {"LimitCutsNoCharacterInHalf", std::string("[L]\r\nW=a").append(Repeated(Wrench, 130)), "L",
+         "W", std::string("a").append(Repeated(Wrench, 126))},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(FindProfileValue(c.content, c.section, c.key), c.value) << c.name;
+    }
 }
 
-const std::string Sections = "; my comment\r\n[Config]\r\nA=1\r\nB=2\r\n\r\n[Files]\r\nX=y\r\n";
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ProfileWrites,
-    ::testing::Values(
-        WriteCase{"ReplaceKeepsTheFilesSpelling", Sections, "config", "a", "9",
-                  "; my comment\r\n[Config]\r\nA=9\r\nB=2\r\n\r\n[Files]\r\nX=y\r\n"},
-        WriteCase{"NewKeyAfterTheSectionsLastLine", Sections, "Config", "C", "3",
-                  "; my comment\r\n[Config]\r\nA=1\r\nB=2\r\nC=3\r\n\r\n[Files]\r\nX=y\r\n"},
-        WriteCase{"MissingSectionAppended", Sections, "Exe", "Text Editer", "Notepad.exe",
-                  Sections + "[Exe]\r\nText Editer=Notepad.exe\r\n"},
-        WriteCase{"NewLinesEndInCrLf", "[Config]\nA=1", "Config", "B", "2",
-                  "[Config]\nA=1\r\nB=2\r\n"},
-        WriteCase{"ReplacedLineEndsInCrLfWithoutBlanks", "[Config]\n  a = 1\nB=2", "Config", "A",
-                  "  9 ", "[Config]\na=9 \r\nB=2"},
-        WriteCase{"UnclosedHeaderGetsItsSection", Brackets, "Three", "C", "9",
-                  Brackets + "[Three]\r\nC=9\r\n"},
-        WriteCase{"ReplaceBeforeAnySection", Leading, "", "ORPHAN", "9",
-                  "Orphan=9\r\n[Config]\r\nA=2\r\n[]\r\nE=3\r\n"},
-        WriteCase{"NewKeyBeforeAnySection", "[Config]\r\nA=2\r\n", "", "New", "9",
-                  "New=9\r\n[Config]\r\nA=2\r\n"},
-        WriteCase{"KeyWithoutEqualsSignReplaced", "[Q]\r\nK\r\nL=5\r\n", "Q", "k", "7",
-                  "[Q]\r\nK=7\r\nL=5\r\n"},
-        WriteCase{"Utf8ByteOrderMarkKept", "\xEF\xBB\xBF[S]\r\nA=1\r\n", "S", "B", "\xC3\xBC",
-                  "\xEF\xBB\xBF[S]\r\nA=1\r\nB=\xC3\xBC\r\n"},
+// A write changes only the key's line, adds what is missing where Windows
+// would, and keeps the file's encoding.
+TEST(ProfileWrite, ChangesOnlyTheKeyLine)
+{
+    const std::string sections = "; my comment\r\n[Config]\r\nA=1\r\nB=2\r\n\r\n[Files]\r\nX=y\r\n";
+    const struct
+    {
+        const char *name;
+        std::string content, section, key, value, written;
+    } cases[] = {
+        {"ReplaceKeepsTheFilesSpelling", sections, "config", "a", "9",
+         "; my comment\r\n[Config]\r\nA=9\r\nB=2\r\n\r\n[Files]\r\nX=y\r\n"},
+        {"NewKeyAfterTheSectionsLastLine", sections, "Config", "C", "3",
+         "; my comment\r\n[Config]\r\nA=1\r\nB=2\r\nC=3\r\n\r\n[Files]\r\nX=y\r\n"},
+        {"MissingSectionAppended", sections, "Exe", "Text Editer", "Notepad.exe",
+         sections + "[Exe]\r\nText Editer=Notepad.exe\r\n"},
+        {"NewLinesEndInCrLf", "[Config]\nA=1", "Config", "B", "2", "[Config]\nA=1\r\nB=2\r\n"},
+        {"ReplacedLineEndsInCrLfWithoutBlanks", "[Config]\n  a = 1\nB=2", "Config", "A", "  9 ",
+         "[Config]\na=9 \r\nB=2"},
+        {"UnclosedHeaderGetsItsSection", Brackets, "Three", "C", "9",
+         Brackets + "[Three]\r\nC=9\r\n"},
+        {"ReplaceBeforeAnySection", Leading, "", "ORPHAN", "9",
+         "Orphan=9\r\n[Config]\r\nA=2\r\n[]\r\nE=3\r\n"},
+        {"NewKeyBeforeAnySection", "[Config]\r\nA=2\r\n", "", "New", "9",
+         "New=9\r\n[Config]\r\nA=2\r\n"},
+        {"KeyWithoutEqualsSignReplaced", "[Q]\r\nK\r\nL=5\r\n", "Q", "k", "7",
+         "[Q]\r\nK=7\r\nL=5\r\n"},
+        {"Utf8ByteOrderMarkKept", "\xEF\xBB\xBF[S]\r\nA=1\r\n", "S", "B", "\xC3\xBC",
+         "\xEF\xBB\xBF[S]\r\nA=1\r\nB=\xC3\xBC\r\n"},
         // A stray surrogate in a line not touched goes back unchanged.
-        WriteCase{"Utf16FileStaysUtf16", Utf16Le(u"[Config]\r\nBediener=Jürgen\r\n\xD800x\r\n"),
-                  "Config", "Name", "\xE5\xB7\xA5\xE5\x85\xB7" + Wrench,
-                  Utf16Le(u"[Config]\r\nBediener=Jürgen\r\n\xD800x\r\nName=工具\U0001F527\r\n")},
-        WriteCase{"Utf16FileOfOnlyItsByteOrderMark", "\xFF\xFE", "Config", "A", "1",
-                  Utf16Le(u"[Config]\r\nA=1\r\n")}),
-    [](const auto &info) { return info.param.name; });
+        {"Utf16FileStaysUtf16", Utf16Le(u"[Config]\r\nBediener=Jürgen\r\n\xD800x\r\n"), "Config",
+         "Name", "\xE5\xB7\xA5\xE5\x85\xB7" + Wrench,
+         Utf16Le(u"[Config]\r\nBediener=Jürgen\r\n\xD800x\r\nName=工具\U0001F527\r\n")},
+        {"Utf16FileOfOnlyItsByteOrderMark", "\xFF\xFE", "Config", "A", "1",
+         Utf16Le(u"[Config]\r\nA=1\r\n")}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+
+        const std::string written = SetProfileValue(c.content, c.section, c.key, c.value);
+
+        EXPECT_EQ(written, c.written);
+        EXPECT_EQ(FindProfileValue(written, c.section, c.key), TrimBlanks(c.value));
+    }
+}
 
 TEST(Common, FillsMissingAndEmptyKeysWithTheirDefaultAndCutsValuesTo256Characters)
 {

@@ -110,42 +110,37 @@ TEST(SaveTarget, AnInterruptedSavesLeftoversGoWithTheNextSaveButNothingElse)
                                                           "notes" + std::string(TemporarySuffix)}));
 }
 
-TEST(SaveTarget, WithoutABackupNothingIsReplaced)
+// The backup is the original itself, date and all; without one nothing is
+// replaced.
+TEST(SaveTarget, KeepsTheOriginalAsTheBackupOrReplacesNothing)
 {
-    test::TempDir dir;
-    dir.write("Atc.ttl", "the original");
-    AtomicFileWriter writer;
-    ASSERT_TRUE(writer.Open(dir.file("Atc.ttl")).ok());
-    writer.Write("new");
+    for (const std::string folder : {"no such folder/", ""}) {
+        SCOPED_TRACE(folder);
+        test::TempDir dir;
+        dir.write("Atc.ttl", "the original");
+        fs::last_write_time(NativePath(dir.file("Atc.ttl")),
+                            fs::file_time_type::clock::now() - std::chrono::hours(240));
+        const auto date = fs::last_write_time(NativePath(dir.file("Atc.ttl")));
+        AtomicFileWriter writer;
+        ASSERT_TRUE(writer.Open(dir.file("Atc.ttl")).ok());
+        writer.Write("new");
 
-    auto kept = writer.CommitKeepingOriginal(
-        [&dir](int n) { return dir.file("no such folder/Atc_org" + std::to_string(n) + ".TTL"); });
+        auto kept = writer.CommitKeepingOriginal(
+            [&](int n) { return dir.file(folder + "Atc_org" + std::to_string(n) + ".TTL"); });
 
-    ASSERT_FALSE(kept.ok());
-    EXPECT_EQ(kept.error().key, KeyBackupFailed);
-    EXPECT_EQ(dir.read("Atc.ttl"), "the original");
-    EXPECT_EQ(FilesIn(dir.path()), std::set<std::string>{"Atc.ttl"});
-}
-
-TEST(SaveTarget, TheBackupIsTheOriginalItselfWithItsDate)
-{
-    test::TempDir dir;
-    dir.write("Atc.ttl", "the original");
-    fs::last_write_time(NativePath(dir.file("Atc.ttl")),
-                        fs::file_time_type::clock::now() - std::chrono::hours(240));
-    const auto date = fs::last_write_time(NativePath(dir.file("Atc.ttl")));
-    AtomicFileWriter writer;
-    ASSERT_TRUE(writer.Open(dir.file("Atc.ttl")).ok());
-    writer.Write("new");
-
-    auto kept = writer.CommitKeepingOriginal(
-        [&dir](int n) { return dir.file("Atc_org" + std::to_string(n) + ".TTL"); });
-
-    ASSERT_TRUE(kept.ok()) << kept.error().message;
-    EXPECT_EQ(kept.value(), dir.file("Atc_org1.TTL"));
-    EXPECT_EQ(dir.read("Atc_org1.TTL"), "the original");
-    EXPECT_EQ(fs::last_write_time(NativePath(dir.file("Atc_org1.TTL"))), date);
-    EXPECT_EQ(dir.read("Atc.ttl"), "new");
+        if (!folder.empty()) {
+            ASSERT_FALSE(kept.ok());
+            EXPECT_EQ(kept.error().key, KeyBackupFailed);
+            EXPECT_EQ(dir.read("Atc.ttl"), "the original");
+            EXPECT_EQ(FilesIn(dir.path()), std::set<std::string>{"Atc.ttl"});
+            continue;
+        }
+        ASSERT_TRUE(kept.ok()) << kept.error().message;
+        EXPECT_EQ(kept.value(), dir.file("Atc_org1.TTL"));
+        EXPECT_EQ(dir.read("Atc_org1.TTL"), "the original");
+        EXPECT_EQ(fs::last_write_time(NativePath(dir.file("Atc_org1.TTL"))), date);
+        EXPECT_EQ(dir.read("Atc.ttl"), "new");
+    }
 }
 
 TEST(Readers, RefuseWhatIsNotAFileAtOnceAndSizesNoSuchFileHas)

@@ -117,7 +117,7 @@ TEST_F(Editor, LimitStateFollowsTheFlags)
     EXPECT_EQ(Texts(form.Limit.Values), "0.5 1 2 3"); // kept from the tool before
 }
 
-TEST_F(Editor, NewToolGoesToTheFirstFreePositionWithEmptyFeedsAndLimits)
+TEST_F(Editor, NewToolGoesToTheFirstFreePositionWithEmptyFeedsAndLimitsOrWarnsWhenFull)
 {
     PutFullCutter(0);
     PutFullCutter(1);
@@ -131,11 +131,9 @@ TEST_F(Editor, NewToolGoesToTheFirstFreePositionWithEmptyFeedsAndLimits)
     EXPECT_EQ(form.Limit.LimKind.Index, 0);
     EXPECT_EQ(redraws, 1);
     EXPECT_EQ(ws.Table.CurrentSlot, 0); // moves only when the tool is stored
-}
 
-TEST_F(Editor, NewToolOnAFullTableWarnsAndStays)
-{
-    for (int slot = 0; slot < 5; ++slot) {
+    // On a full table it warns and leaves the form alone.
+    for (int slot = 2; slot < 5; ++slot) {
         PutFullCutter(slot);
     }
     Load(4);
