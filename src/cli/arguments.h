@@ -19,7 +19,10 @@ enum class CommandKind
     Dump,
     Normalize,
     CatalogueCheck,
-    Render
+    Render,
+    ExportCsv,
+    ImportCsv,
+    Diff
 };
 
 enum class ImageFormat
@@ -46,16 +49,18 @@ struct Invocation
 {
     CommandKind command = CommandKind::Help;
     std::string file;
-    std::optional<std::string> output; // normalize and render -o
-    bool overwrite = false;            // normalize: OUT may be a file it did not read
+    std::optional<std::string> output; // normalize, render, export-csv and import-csv -o
+    bool overwrite = false;            // normalize, import-csv: OUT may be a file not read
     StartupOverrides overrides;        // --catalogue, --magazine-max
     RenderOptions render;
+    std::string secondFile; // diff: the table compared with `file`
 
     bool operator==(const Invocation &other) const
     {
         return command == other.command && file == other.file && output == other.output &&
                overwrite == other.overwrite && overrides.catalogue == other.overrides.catalogue &&
-               overrides.magazineMax == other.overrides.magazineMax && render == other.render;
+               overrides.magazineMax == other.overrides.magazineMax && render == other.render &&
+               secondFile == other.secondFile;
     }
 };
 
