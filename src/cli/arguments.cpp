@@ -15,9 +15,9 @@ struct CommandName
 };
 
 constexpr CommandName Commands[] = {
-    {"check", CommandKind::Check},         {"dump", CommandKind::Dump},
-    {"normalize", CommandKind::Normalize}, {"catalogue-check", CommandKind::CatalogueCheck},
-    {"render", CommandKind::Render},       {"export-csv", CommandKind::ExportCsv},
+    {"check", CommandKind::Check},          {"dump", CommandKind::Dump},
+    {"normalize", CommandKind::Normalize},  {"catalogue-check", CommandKind::CatalogueCheck},
+    {"render", CommandKind::Render},        {"export-csv", CommandKind::ExportCsv},
     {"import-csv", CommandKind::ImportCsv}, {"diff", CommandKind::Diff},
 };
 

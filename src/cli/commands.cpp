@@ -191,8 +191,8 @@ int ImportCsv(Workspace &workspace, const Invocation &invocation, std::ostream &
     // Names of the file being replaced pass unchanged, however long.
     const std::string &target = *invocation.output;
     ToolTable replaced = workspace.Table;
-    const bool known = FileExists(target) &&
-                       ReadToolListFile(replaced, target).outcome == ReadOutcome::Read;
+    const bool known =
+        FileExists(target) && ReadToolListFile(replaced, target).outcome == ReadOutcome::Read;
     const CsvImportOptions options{workspace.Table.MagazineMax, workspace.Globals.CodePage,
                                    workspace.Globals.SupportPenMax, known ? &replaced : nullptr};
     CsvImport imported = ParseToolTableCsv(text.value(), options);
@@ -219,8 +219,7 @@ int ImportCsv(Workspace &workspace, const Invocation &invocation, std::ostream &
 
 // Any trouble reading either file is status 2, so that 1 always means the
 // tables differ.
-int Diff(Workspace &workspace, const Invocation &invocation, std::ostream &out,
-         std::ostream &err)
+int Diff(Workspace &workspace, const Invocation &invocation, std::ostream &out, std::ostream &err)
 {
     const std::int16_t initial = workspace.Table.InitialMagazine;
     if (ReadTable(workspace, invocation, err) != 0) {

@@ -116,6 +116,8 @@ std::vector<CatalogueKey> BuildKeys()
         .Subs(32, 1, 9)
         .Subs(33, 1, 5)
         .Subs(34, 1, 5)
+        .Subs(35, 1, 29)
+        .Subs(36, 1, 4)
         .AppendTo(keys);
 
     return keys;

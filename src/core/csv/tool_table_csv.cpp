@@ -23,16 +23,16 @@ constexpr int LengthValuesOfMode[4] = {0, 1, 4, 6};
 constexpr int ShapeColumns = FluteLength - Diameter + 1;
 constexpr bool KindUses[KindCount][ShapeColumns] = {
     // Dia   Corner P3    P4     P5     P6     P7     Flute
-    {true, true, true, true, true, true, true, true},         // CUT
-    {true, false, false, false, false, false, false, true},   // BAL
-    {false, true, false, false, false, true, true, true},     // TAP
-    {true, false, false, false, false, false, false, true},   // FLA
-    {true, true, false, false, false, false, false, true},    // BUL
-    {true, false, false, false, false, false, true, true},    // VER
-    {true, false, false, false, false, false, false, true},   // KEG
-    {true, true, false, false, false, false, true, true},     // OVA
-    {true, true, false, false, false, false, true, false},    // RAD
-    {true, true, false, false, true, false, true, true},      // T-T
+    {true, true, true, true, true, true, true, true},       // CUT
+    {true, false, false, false, false, false, false, true}, // BAL
+    {false, true, false, false, false, true, true, true},   // TAP
+    {true, false, false, false, false, false, false, true}, // FLA
+    {true, true, false, false, false, false, false, true},  // BUL
+    {true, false, false, false, false, false, true, true},  // VER
+    {true, false, false, false, false, false, false, true}, // KEG
+    {true, true, false, false, false, false, true, true},   // OVA
+    {true, true, false, false, false, false, true, false},  // RAD
+    {true, true, false, false, true, false, true, true},    // T-T
 };
 
 // The editor's Para(i) of each shape column: Para(6) is the flute length,
@@ -76,9 +76,8 @@ bool PairKind(int kind)
 int WrittenSections(const ArborSections &arbor)
 {
     int count = 0;
-    while (count < ArborDiameterCount &&
-           (count == 0 ? static_cast<double>(arbor.Dia[0]) >= 0.001
-                       : arbor.Dia[count] >= arbor.Dia[count - 1])) {
+    while (count < ArborDiameterCount && (count == 0 ? static_cast<double>(arbor.Dia[0]) >= 0.001
+                                                     : arbor.Dia[count] >= arbor.Dia[count - 1])) {
         ++count;
     }
     return count;
@@ -179,9 +178,9 @@ void AppendRow(std::string &out, const std::vector<std::string> &cells)
 
 std::vector<std::string> BuildColumns()
 {
-    std::vector<std::string> names = {"Magazine",    "Kind",        "Name",        "Diameter",
-                                      "Corner radius", "Parameter 3", "Parameter 4", "Parameter 5",
-                                      "Parameter 6", "Parameter 7", "Flute length", "Length mode"};
+    std::vector<std::string> names = {
+        "Magazine",    "Kind",        "Name",        "Diameter",    "Corner radius", "Parameter 3",
+        "Parameter 4", "Parameter 5", "Parameter 6", "Parameter 7", "Flute length",  "Length mode"};
     for (int i = 1; i <= LengthValueCount; ++i) {
         names.push_back("Len" + std::to_string(i));
     }
@@ -430,8 +429,7 @@ public:
     {
         SizeToolTable(m_import.Table, options.magazineMax);
         m_import.Table.InitialMagazine = 1;
-        m_firstRowOf.assign(static_cast<std::size_t>(std::max<int>(options.magazineMax, 0)) + 1,
-                            0);
+        m_firstRowOf.assign(static_cast<std::size_t>(std::max<int>(options.magazineMax, 0)) + 1, 0);
     }
 
     CsvImport Run(std::string_view text)
@@ -449,7 +447,8 @@ public:
         std::size_t count = 0;
         m_row = 1;
         if (!splitter.Next(cells, count)) {
-            Fail(-1, "MSG35-29", {}, "a quoted cell is not closed, or text follows its closing quote.");
+            Fail(-1, "MSG35-27", {},
+                 "a quoted cell is not closed, or text follows its closing quote.");
             return std::move(m_import);
         }
         if (!Header(cells, count)) {
@@ -458,7 +457,7 @@ public:
         while (!splitter.AtEnd()) {
             ++m_row;
             if (!splitter.Next(cells, count)) {
-                Fail(-1, "MSG35-29", {},
+                Fail(-1, "MSG35-27", {},
                      "a quoted cell is not closed, or text follows its closing quote.");
                 break;
             }
@@ -514,12 +513,12 @@ private:
                 }
             }
             if (column < 0) {
-                return FailNamed(std::string(header), "MSG35-26", {std::string(header)},
-                                 "\"" + std::string(header) +
-                                     "\" is not a column of a tool table.");
+                return FailNamed(std::string(header), "MSG35-24", {std::string(header)},
+                                 "the header " + Quote(header) +
+                                     " is not a column of a tool table.");
             }
             if (seen[static_cast<std::size_t>(column)]) {
-                return Fail(column, "MSG35-27", {names[static_cast<std::size_t>(column)]},
+                return Fail(column, "MSG35-25", {names[static_cast<std::size_t>(column)]},
                             "the column " + Quote(names[static_cast<std::size_t>(column)]) +
                                 " appears twice.");
             }
@@ -528,7 +527,7 @@ private:
         }
         for (int required : {Magazine, Kind}) {
             if (!seen[static_cast<std::size_t>(required)]) {
-                return Fail(required, "MSG35-28", {names[static_cast<std::size_t>(required)]},
+                return Fail(required, "MSG35-26", {names[static_cast<std::size_t>(required)]},
                             "the column " + Quote(names[static_cast<std::size_t>(required)]) +
                                 " is missing.");
             }
@@ -550,7 +549,7 @@ private:
             empty = false;
             const int column = i < m_columnOf.size() ? m_columnOf[i] : -1;
             if (column < 0) {
-                return FailNamed("", "MSG35-26", {""},
+                return FailNamed("", "MSG35-29", {},
                                  "a cell has no column name above it in the header row.");
             }
             m_values[static_cast<std::size_t>(column)] = value;
@@ -589,7 +588,8 @@ private:
         const std::optional<float> number = ToSingle(text);
         if (!number) {
             return Fail(column, "MSG35-3", {Text(column)},
-                        Quote(Text(column)) + " is not a number that a tool value can hold.");
+                        "the text " + Quote(Text(column)) +
+                            " is not a number that a tool value can hold.");
         }
         value = *number;
         return true;
@@ -603,7 +603,7 @@ private:
         if (!number || *number != std::floor(*number) || *number < low || *number > high) {
             return Fail(column, "MSG35-4",
                         {Text(column), std::to_string(low), std::to_string(high)},
-                        Quote(Text(column)) + " is not a whole number from " +
+                        "the text " + Quote(Text(column)) + " is not a whole number from " +
                             std::to_string(low) + " to " + std::to_string(high) + ".");
         }
         value = static_cast<int>(*number);
@@ -643,7 +643,7 @@ private:
             if (value != 0) {
                 const std::string &name = ToolTableCsvColumns()[static_cast<std::size_t>(owner)];
                 const std::string state = Given(owner) ? Text(owner) : "0";
-                return Fail(column, "MSG35-17", {name, state},
+                return Fail(column, "MSG35-15", {name, state},
                             "this value is not used while " + Quote(name) + " is " + state +
                                 "; leave it empty.");
             }
@@ -668,11 +668,11 @@ private:
                 return false;
             }
             if (s == 0 && !(static_cast<double>(dia) >= 0.001)) {
-                return Fail(column, "MSG35-14", {},
+                return Fail(column, "MSG35-13", {},
                             "the first arbor diameter must be at least 0.001.");
             }
             if (s > 0 && dia < arbor.Dia[static_cast<std::size_t>(s) - 1]) {
-                return Fail(column, "MSG35-13", {Text(column), Text(column - 3)},
+                return Fail(column, "MSG35-12", {Text(column), Text(column - 3)},
                             "the arbor diameters must not shrink: " + Text(column) +
                                 " is smaller than " + Text(column - 3) + " below it.");
             }
@@ -694,14 +694,14 @@ private:
             }
         }
         if (s == 0 && tool) {
-            return Fail(ArborDiameter(0), "MSG35-14", {},
+            return Fail(ArborDiameter(0), "MSG35-13", {},
                         "the first arbor diameter must be at least 0.001.");
         }
         // Nothing may follow the last section: the file would drop it.
         const int next = s < ArborDiameterCount ? ArborDiameter(s) : last + 1;
         for (int column = next; column <= last; ++column) {
             if (Given(column)) {
-                return Fail(column, "MSG35-12", {},
+                return Fail(column, "MSG35-11", {},
                             "the arbor sections must follow one another from section 1, "
                             "without an empty diameter between them.");
             }
@@ -712,24 +712,25 @@ private:
     bool FileRow()
     {
         if (m_fileRow != 0) {
-            return Fail(Magazine, "MSG35-30", {std::to_string(m_fileRow)},
+            return Fail(Magazine, "MSG35-28", {std::to_string(m_fileRow)},
                         "a second file row (the first is row " + std::to_string(m_fileRow) + ").");
         }
         m_fileRow = m_row;
         for (int column = Kind; column < Count; ++column) {
-            const bool fileColumn = (column >= ArborMode && column < ShiftOn) ||
-                                    column == InitialMagazine;
+            const bool fileColumn =
+                (column >= ArborMode && column < ShiftOn) || column == InitialMagazine;
             if (!fileColumn && Given(column)) {
-                return Fail(column, "MSG35-20", {},
+                return Fail(column, "MSG35-18", {},
                             "the file row holds only the file-level arbor and the initial "
                             "magazine; leave this cell empty.");
             }
         }
         ToolTable &table = m_import.Table;
         int mode = 0;
-        int initial = 0;
+        int initial = table.InitialMagazine; // an empty cell keeps the default
         if (!Arbor(mode, table.DefaultArbor, false) ||
-            !Whole(InitialMagazine, 0, m_options.magazineMax, initial)) {
+            (Given(InitialMagazine) &&
+             !Whole(InitialMagazine, 0, m_options.magazineMax, initial))) {
             return false;
         }
         table.DefaultArborType = static_cast<std::int16_t>(mode);
@@ -741,21 +742,21 @@ private:
     {
         const std::string_view name = m_values[csvcol::Name];
         if (name.find('"') != std::string_view::npos) {
-            return Fail(csvcol::Name, "MSG35-23", {},
+            return Fail(csvcol::Name, "MSG35-21", {},
                         "a tool name cannot hold a double quote (\"): the tool list file would "
                         "end the name there.");
         }
         EncodedText encoded = EncodeCodePage(name, m_options.codePage);
         if (!encoded.Unheld.empty()) {
-            return Fail(csvcol::Name, "MSG35-25",
-                        {encoded.Unheld, CodePointName(encoded.Unheld),
-                         std::to_string(m_options.codePage)},
-                        "the tool name holds " + Quote(encoded.Unheld) + " (" +
-                            CodePointName(encoded.Unheld) + "), which code page " +
-                            std::to_string(m_options.codePage) + " cannot hold.");
+            return Fail(
+                csvcol::Name, "MSG35-23",
+                {encoded.Unheld, CodePointName(encoded.Unheld), std::to_string(m_options.codePage)},
+                "the tool name holds " + Quote(encoded.Unheld) + " (" +
+                    CodePointName(encoded.Unheld) + "), which code page " +
+                    std::to_string(m_options.codePage) + " cannot hold.");
         }
         if (NameCharacters(name) > CommentCharacters && !Unchanged(magazine, encoded.Bytes)) {
-            return Fail(csvcol::Name, "MSG35-24", {std::to_string(CommentCharacters)},
+            return Fail(csvcol::Name, "MSG35-22", {std::to_string(CommentCharacters)},
                         "a tool name holds at most " + std::to_string(CommentCharacters) +
                             " characters.");
         }
@@ -799,7 +800,7 @@ private:
             ToolValue(tool, column) = value;
         }
         if (PairKind(kind) && tool.Param7 != 0 && !(tool.Param6 > 0)) {
-            return Fail(Param7, "MSG35-21", {},
+            return Fail(Param7, "MSG35-19", {},
                         "Parameter 7 is kept only behind a positive Parameter 6.");
         }
         return true;
@@ -854,15 +855,15 @@ private:
                 return false;
             }
             if (pos[k] < pos[k - 1]) {
-                return Fail(column, "MSG35-18", {Text(column), Text(column - 2)},
-                            "the breakpoints must not fall: " + Text(column) +
-                                " is smaller than " + Text(column - 2) + " before it.");
+                return Fail(column, "MSG35-16", {Text(column), Text(column - 2)},
+                            "the breakpoints must not fall: " + Text(column) + " is smaller than " +
+                                Text(column - 2) + " before it.");
             }
         }
         if (k < OptFeedPointCount) {
             for (int column = FeedValue(letter, k - 1); column <= last; ++column) {
                 if (Given(column)) {
-                    return Fail(column, "MSG35-19", {},
+                    return Fail(column, "MSG35-17", {},
                                 "a feed value needs the breakpoint behind it, and the breakpoints "
                                 "follow one another without an empty cell.");
                 }
@@ -910,12 +911,14 @@ private:
         const std::optional<std::int16_t> kind = KindOfWord(Upper(m_values[Kind]));
         if (!kind) {
             return Fail(Kind, "MSG35-5", {Text(Kind)},
-                        Quote(Text(Kind)) + " is not a tool kind: CUT, BAL, TAP, FLA, BUL, VER, "
-                                            "KEG, OVA, RAD or T-T.");
+                        "the text " + Quote(Text(Kind)) +
+                            " is not a tool kind: CUT, BAL, TAP, FLA, BUL, VER, "
+                            "KEG, OVA, RAD or T-T.");
         }
         tool.ToolKind = *kind;
         int arborMode = 0;
-        if (!Name(tool, magazine) || !Shape(tool) || !Lengths(tool) || !Arbor(arborMode, tool.Arbor, true)) {
+        if (!Name(tool, magazine) || !Shape(tool) || !Lengths(tool) ||
+            !Arbor(arborMode, tool.Arbor, true)) {
             return false;
         }
         tool.ArborMode = static_cast<std::int16_t>(arborMode);
@@ -938,7 +941,7 @@ private:
             return false;
         }
         if (pen != 0 && !PenInRange(pen, m_options.supportPenMax)) {
-            return Fail(Pen, "MSG35-22", {std::to_string(m_options.supportPenMax - 1)},
+            return Fail(Pen, "MSG35-20", {std::to_string(m_options.supportPenMax - 1)},
                         "the pen number must be from 1 to " +
                             std::to_string(m_options.supportPenMax - 1) + ", or empty for none.");
         }
@@ -953,7 +956,7 @@ private:
             return false;
         }
         if (Given(InitialMagazine)) {
-            return Fail(InitialMagazine, "MSG35-15", {},
+            return Fail(InitialMagazine, "MSG35-14", {},
                         "this column belongs to the file row (Magazine FILE); leave it empty in "
                         "a tool's row.");
         }

@@ -93,8 +93,8 @@ std::string FormatToolTableCsv(const ToolTable &table, int codePage);
 
 struct CsvImportOptions
 {
-    std::int16_t magazineMax = 100; // the positions of the new table
-    int codePage = DefaultCodePage; // tool names are stored in it
+    std::int16_t magazineMax = 100;  // the positions of the new table
+    int codePage = DefaultCodePage;  // tool names are stored in it
     std::int16_t supportPenMax = 16; // pens 1 .. supportPenMax - 1, as the editor
     // The table the CSV came from, when known (the open table, the file that
     // is replaced): a name that position already holds passes whatever its
