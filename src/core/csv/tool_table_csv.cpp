@@ -100,45 +100,6 @@ int WrittenArborType(int type)
     return type == 2 || type == 3 ? type : 1;
 }
 
-void SetNumber(std::string &cell, float value)
-{
-    cell.clear();
-    AppendSingleText(cell, value);
-}
-
-void SetInteger(std::string &cell, int value)
-{
-    char buffer[16];
-    auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    cell.assign(buffer, result.ptr);
-}
-
-void ArborCells(int type, const ArborSections &arbor, std::vector<std::string> &cells)
-{
-    SetInteger(cells[ArborMode], type);
-    if (type == 0) {
-        return;
-    }
-    const int count = WrittenSections(arbor);
-    for (int s = 0; s < count; ++s) {
-        SetNumber(cells[ArborDiameter(s)], arbor.Dia[s]);
-        if (s < ArborSectionCount) {
-            SetNumber(cells[ArborDiameter(s) + 1], arbor.Len[s]);
-            if (type == 3) {
-                SetInteger(cells[ArborDiameter(s) + 2], arbor.Flag[s]);
-            }
-        }
-    }
-}
-
-void ClearCells(std::vector<std::string> &cells)
-{
-    cells.resize(Count);
-    for (std::string &cell : cells) {
-        cell.clear();
-    }
-}
-
 bool IsAscii(std::string_view text)
 {
     for (char c : text) {
@@ -147,6 +108,13 @@ bool IsAscii(std::string_view text)
         }
     }
     return true;
+}
+
+void AppendInteger(std::string &out, int value)
+{
+    char buffer[16];
+    auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    out.append(buffer, result.ptr);
 }
 
 void AppendCell(std::string &out, std::string_view cell)
@@ -165,15 +133,141 @@ void AppendCell(std::string &out, std::string_view cell)
     out += '"';
 }
 
-void AppendRow(std::string &out, const std::vector<std::string> &cells)
+// Where the cells of a row go: into separate strings (for the diff), or
+// straight into the CSV text. Cells are given in column order; a column not
+// given is empty.
+class CellStrings
 {
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        if (i > 0) {
-            out += ',';
+public:
+    explicit CellStrings(std::vector<std::string> &cells) : m_cells(cells)
+    {
+        m_cells.resize(Count);
+        for (std::string &cell : m_cells) {
+            cell.clear();
         }
-        AppendCell(out, cells[i]);
     }
-    out += "\r\n";
+    void Number(int column, float value) { AppendSingleText(m_cells[column], value); }
+    void Integer(int column, int value) { AppendInteger(m_cells[column], value); }
+    void Text(int column, std::string_view text) { m_cells[column] = text; }
+
+private:
+    std::vector<std::string> &m_cells;
+};
+
+class CsvLine
+{
+public:
+    explicit CsvLine(std::string &out) : m_out(out) {}
+    void Number(int column, float value) { AppendSingleText(To(column), value); }
+    void Integer(int column, int value) { AppendInteger(To(column), value); }
+    void Text(int column, std::string_view text) { AppendCell(To(column), text); }
+    void End()
+    {
+        To(Count - 1);
+        m_out += "\r\n";
+    }
+
+private:
+    // Separators up to the column's cell.
+    std::string &To(int column)
+    {
+        if (column > m_next) {
+            m_out.append(static_cast<std::size_t>(column - m_next), ',');
+        }
+        m_next = column;
+        return m_out;
+    }
+
+    std::string &m_out;
+    int m_next = 0;
+};
+
+template <typename Sink> void EmitArbor(int type, const ArborSections &arbor, Sink &sink)
+{
+    sink.Integer(ArborMode, type);
+    if (type == 0) {
+        return;
+    }
+    const int count = WrittenSections(arbor);
+    for (int s = 0; s < count; ++s) {
+        sink.Number(ArborDiameter(s), arbor.Dia[s]);
+        if (s < ArborSectionCount) {
+            sink.Number(ArborDiameter(s) + 1, arbor.Len[s]);
+            if (type == 3) {
+                sink.Integer(ArborDiameter(s) + 2, arbor.Flag[s]);
+            }
+        }
+    }
+}
+
+template <typename Sink> void EmitTool(const ToolSlot &tool, int magazine, int codePage, Sink &sink)
+{
+    sink.Integer(Magazine, magazine);
+    if (tool.ToolKind < 0 || tool.ToolKind >= KindCount) {
+        return;
+    }
+    const int kind = tool.ToolKind;
+    sink.Text(Kind, KindWords[static_cast<std::size_t>(kind)]);
+    const std::string_view name = TrimSpaces(tool.ToolComment);
+    sink.Text(Name, IsAscii(name) ? std::string(name) : DecodeCodePage(name, codePage));
+
+    for (int column = Diameter; column <= FluteLength; ++column) {
+        if (!KindUses[kind][column - Diameter]) {
+            continue;
+        }
+        if (column == Param7 && PairKind(kind) && !(tool.Param6 > 0 && tool.Param7 != 0)) {
+            continue;
+        }
+        sink.Number(column, ToolValue(tool, column));
+    }
+
+    const int lengthMode = tool.LengthMode >= 0 && tool.LengthMode <= 3 ? tool.LengthMode : 0;
+    sink.Integer(LengthMode, lengthMode);
+    for (int i = 0; i < LengthValuesOfMode[lengthMode]; ++i) {
+        sink.Number(Len1 + i, tool.Len[i]);
+    }
+
+    const bool arbor = tool.ArborMode > 0 && tool.Arbor.Dia[0] > 0;
+    EmitArbor(arbor ? WrittenArborType(tool.ArborMode) : 0, tool.Arbor, sink);
+
+    sink.Integer(ShiftOn, tool.ShiftOn != 0);
+    if (tool.ShiftOn != 0) {
+        sink.Number(ShiftValue, tool.ShiftValue);
+    }
+    if (tool.PenNo > 0) {
+        sink.Integer(Pen, tool.PenNo);
+    }
+    for (int letter = 0; letter < OptFeedLetterCount; ++letter) {
+        const bool on = tool.OptFeedOn[letter] != 0;
+        sink.Integer(FeedFirst + FeedColumns * letter, on);
+        if (!on) {
+            continue;
+        }
+        const int points = WrittenPoints(tool.OptFeedPos[letter]);
+        for (int k = 0; k < points; ++k) {
+            sink.Number(FeedPoint(letter, k), tool.OptFeedPos[letter][k]);
+            if (k + 1 < points) {
+                sink.Number(FeedValue(letter, k), tool.OptFeedVal[letter][k]);
+            }
+        }
+    }
+    const int limit = tool.LimitFlags & LimitModeMask;
+    sink.Integer(LimitMode, limit == 0 ? 0 : limit == 2 ? 2 : 1);
+    if (limit != 0) {
+        sink.Integer(LimitP, (tool.LimitFlags & LimitPVariant) != 0);
+        const int values = (tool.LimitFlags & LimitFourValues) != 0 ? 4 : 1;
+        for (int i = 0; i < values; ++i) {
+            sink.Number(LimitFirst + i, tool.LimitValues[i]);
+        }
+    }
+}
+
+template <typename Sink> void EmitFile(const ToolTable &table, Sink &sink)
+{
+    sink.Text(Magazine, CsvFileRowMark);
+    const int type = table.DefaultArborType >= 1 ? WrittenArborType(table.DefaultArborType) : 0;
+    EmitArbor(type, table.DefaultArbor, sink);
+    sink.Integer(InitialMagazine, table.InitialMagazine);
 }
 
 std::vector<std::string> BuildColumns()
@@ -222,92 +316,45 @@ const std::vector<std::string> &ToolTableCsvColumns()
 
 void ToolCsvCells(const ToolSlot &tool, int magazine, int codePage, std::vector<std::string> &cells)
 {
-    ClearCells(cells);
-    SetInteger(cells[Magazine], magazine);
-    if (tool.ToolKind < 0 || tool.ToolKind >= KindCount) {
-        return;
-    }
-    const int kind = tool.ToolKind;
-    cells[Kind] = KindWords[static_cast<std::size_t>(kind)];
-    const std::string_view name = TrimSpaces(tool.ToolComment);
-    cells[Name] = IsAscii(name) ? std::string(name) : DecodeCodePage(name, codePage);
-
-    for (int column = Diameter; column <= FluteLength; ++column) {
-        if (!KindUses[kind][column - Diameter]) {
-            continue;
-        }
-        if (column == Param7 && PairKind(kind) && !(tool.Param6 > 0 && tool.Param7 != 0)) {
-            continue;
-        }
-        SetNumber(cells[column], ToolValue(tool, column));
-    }
-
-    const int lengthMode = tool.LengthMode >= 0 && tool.LengthMode <= 3 ? tool.LengthMode : 0;
-    SetInteger(cells[LengthMode], lengthMode);
-    for (int i = 0; i < LengthValuesOfMode[lengthMode]; ++i) {
-        SetNumber(cells[Len1 + i], tool.Len[i]);
-    }
-
-    const bool arbor = tool.ArborMode > 0 && tool.Arbor.Dia[0] > 0;
-    ArborCells(arbor ? WrittenArborType(tool.ArborMode) : 0, tool.Arbor, cells);
-
-    SetInteger(cells[ShiftOn], tool.ShiftOn != 0);
-    if (tool.ShiftOn != 0) {
-        SetNumber(cells[ShiftValue], tool.ShiftValue);
-    }
-    if (tool.PenNo > 0) {
-        SetInteger(cells[Pen], tool.PenNo);
-    }
-    for (int letter = 0; letter < OptFeedLetterCount; ++letter) {
-        const bool on = tool.OptFeedOn[letter] != 0;
-        SetInteger(cells[FeedFirst + FeedColumns * letter], on);
-        if (!on) {
-            continue;
-        }
-        const int points = WrittenPoints(tool.OptFeedPos[letter]);
-        for (int k = 0; k < points; ++k) {
-            SetNumber(cells[FeedPoint(letter, k)], tool.OptFeedPos[letter][k]);
-            if (k + 1 < points) {
-                SetNumber(cells[FeedValue(letter, k)], tool.OptFeedVal[letter][k]);
-            }
-        }
-    }
-    const int limit = tool.LimitFlags & LimitModeMask;
-    SetInteger(cells[LimitMode], limit == 0 ? 0 : limit == 2 ? 2 : 1);
-    if (limit != 0) {
-        SetInteger(cells[LimitP], (tool.LimitFlags & LimitPVariant) != 0);
-        const int values = (tool.LimitFlags & LimitFourValues) != 0 ? 4 : 1;
-        for (int i = 0; i < values; ++i) {
-            SetNumber(cells[LimitFirst + i], tool.LimitValues[i]);
-        }
-    }
+    CellStrings sink(cells);
+    EmitTool(tool, magazine, codePage, sink);
 }
 
 void FileCsvCells(const ToolTable &table, std::vector<std::string> &cells)
 {
-    ClearCells(cells);
-    cells[Magazine] = CsvFileRowMark;
-    const int type = table.DefaultArborType >= 1 ? WrittenArborType(table.DefaultArborType) : 0;
-    ArborCells(type, table.DefaultArbor, cells);
-    SetInteger(cells[InitialMagazine], table.InitialMagazine);
+    CellStrings sink(cells);
+    EmitFile(table, sink);
 }
 
 std::string FormatToolTableCsv(const ToolTable &table, int codePage)
 {
-    std::string out;
-    out.reserve(4096 + table.Slots.size() * 64);
-    out += Bom;
-    AppendRow(out, ToolTableCsvColumns());
-    std::vector<std::string> cells;
-    FileCsvCells(table, cells);
-    AppendRow(out, cells);
     const std::size_t count =
         std::min(table.Slots.size(), static_cast<std::size_t>(std::max<int>(table.MagazineMax, 0)));
+    std::size_t tools = 0;
+    for (std::size_t slot = 0; slot < count; ++slot) {
+        tools += table.Slots[slot].HasTool();
+    }
+    // Room for a fully populated row, so that the text is never copied.
+    std::string out;
+    out.reserve(4096 + tools * 2048);
+    out += Bom;
+    {
+        CsvLine header(out);
+        const auto &names = ToolTableCsvColumns();
+        for (int column = 0; column < Count; ++column) {
+            header.Text(column, names[static_cast<std::size_t>(column)]);
+        }
+        header.End();
+    }
+    CsvLine file(out);
+    EmitFile(table, file);
+    file.End();
     for (std::size_t slot = 0; slot < count; ++slot) {
         const ToolSlot &tool = table.Slots[slot];
         if (tool.ToolKind >= 0 && tool.ToolKind < KindCount) {
-            ToolCsvCells(tool, static_cast<int>(slot) + 1, codePage, cells);
-            AppendRow(out, cells);
+            CsvLine line(out);
+            EmitTool(tool, static_cast<int>(slot) + 1, codePage, line);
+            line.End();
         }
     }
     return out;
