@@ -39,7 +39,8 @@ constexpr bool KindUses[KindCount][ShapeColumns] = {
 // Para(7) Parameter 7.
 constexpr int ParaOfShape[ShapeColumns] = {0, 1, 2, 3, 4, 5, 7, 6};
 
-float &ToolValue(ToolSlot &tool, int column)
+// The shape value of a column from Diameter to Flute length.
+template <typename Slot> auto &ToolValue(Slot &tool, int column)
 {
     switch (column) {
     case Diameter:
@@ -59,11 +60,6 @@ float &ToolValue(ToolSlot &tool, int column)
     default:
         return tool.ToolLength;
     }
-}
-
-float ToolValue(const ToolSlot &tool, int column)
-{
-    return ToolValue(const_cast<ToolSlot &>(tool), column);
 }
 
 bool PairKind(int kind)
