@@ -60,9 +60,8 @@ for sample in data/samples/*.TTL "$wide_name"; do
     both dump "$file"
     both normalize "$file" -o "normalized-$file"
     both export-csv "$file" -o "$file.csv"
-    both import-csv "$file.csv" -o "imported-$file"
+    both import-csv "$file.csv" -o "normalized-$file" --overwrite
     both diff "$file" "normalized-$file"
-    both diff "$file" "imported-$file"
     both normalize "$file"
     both normalize "$file"
 done
