@@ -59,6 +59,9 @@ for sample in data/samples/*.TTL "$wide_name"; do
     both check "$file"
     both dump "$file"
     both normalize "$file" -o "normalized-$file"
+    both export-csv "$file" -o "$file.csv"
+    both import-csv "$file.csv" -o "normalized-$file" --overwrite
+    both diff "$file" "normalized-$file"
     both normalize "$file"
     both normalize "$file"
 done

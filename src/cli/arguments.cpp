@@ -15,9 +15,15 @@ struct CommandName
 };
 
 constexpr CommandName Commands[] = {
-    {"check", CommandKind::Check},         {"dump", CommandKind::Dump},
-    {"normalize", CommandKind::Normalize}, {"catalogue-check", CommandKind::CatalogueCheck},
-    {"render", CommandKind::Render},       {"sheet", CommandKind::Sheet},
+    {"check", CommandKind::Check},
+    {"dump", CommandKind::Dump},
+    {"normalize", CommandKind::Normalize},
+    {"catalogue-check", CommandKind::CatalogueCheck},
+    {"render", CommandKind::Render},
+    {"sheet", CommandKind::Sheet},
+    {"export-csv", CommandKind::ExportCsv},
+    {"import-csv", CommandKind::ImportCsv},
+    {"diff", CommandKind::Diff},
 };
 
 // Larger pictures would only be a way to run out of memory.
@@ -233,20 +239,34 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
     }
     invocation.command = *command;
 
-    if (positional.size() < 2) {
-        return Error(commandWord + (invocation.command == CommandKind::CatalogueCheck
-                                        ? " needs a catalogue file"
-                                        : " needs a tool list file"));
+    const bool diff = invocation.command == CommandKind::Diff;
+    if (positional.size() < (diff ? 3u : 2u)) {
+        switch (invocation.command) {
+        case CommandKind::CatalogueCheck:
+            return Error(commandWord + " needs a catalogue file");
+        case CommandKind::ImportCsv:
+            return Error(commandWord + " needs a CSV file");
+        case CommandKind::Diff:
+            return Error(commandWord + " needs two tool list files");
+        default:
+            return Error(commandWord + " needs a tool list file");
+        }
     }
-    if (positional.size() > 2) {
-        return Error("unexpected argument " + Quoted(positional[2]));
+    if (positional.size() > (diff ? 3u : 2u)) {
+        return Error("unexpected argument " + Quoted(positional[diff ? 3 : 2]));
     }
     invocation.file = positional[1];
+    if (diff) {
+        invocation.secondFile = positional[2];
+    }
 
     const bool rendering = invocation.command == CommandKind::Render;
     const bool sheet = invocation.command == CommandKind::Sheet;
-    if (invocation.output && invocation.command != CommandKind::Normalize && !rendering && !sheet) {
-        return Error("-o is for normalize, render and sheet only");
+    const bool csv = invocation.command == CommandKind::ExportCsv ||
+                     invocation.command == CommandKind::ImportCsv;
+    if (invocation.output && invocation.command != CommandKind::Normalize && !rendering && !sheet &&
+        !csv) {
+        return Error("-o is for normalize, render, sheet, export-csv and import-csv only");
     }
     if (paperGiven && !sheet) {
         return Error("--paper is for sheet only");
@@ -254,8 +274,12 @@ Result<Invocation> ParseArguments(std::span<const std::string> args)
     if (sheet && !invocation.output) {
         return Error("sheet needs -o OUT.pdf");
     }
-    if (invocation.overwrite && invocation.command != CommandKind::Normalize) {
-        return Error("--overwrite is for normalize only");
+    if (invocation.overwrite && invocation.command != CommandKind::Normalize &&
+        invocation.command != CommandKind::ImportCsv) {
+        return Error("--overwrite is for normalize and import-csv only");
+    }
+    if (invocation.command == CommandKind::ImportCsv && !invocation.output) {
+        return Error("import-csv needs -o FILE, the tool list file to write");
     }
     if (renderOption && !rendering) {
         return Error(*renderOption + " is for render only");
@@ -345,6 +369,28 @@ Commands:
                            3 when OUT cannot be written.
                              ttltool sheet Atc.ttl -o atc-sheet.pdf
                              ttltool sheet Atc.ttl -o sheet.pdf --paper letter
+  export-csv FILE [-o CSV] Write the tool table of FILE as CSV for a
+                           spreadsheet, to CSV or to the standard output: a
+                           header row, a row "FILE" with the initial magazine
+                           and the file-level arbor, then one row a tool.
+                           Exit codes as for check, 3 when CSV cannot be
+                           written.
+                             ttltool export-csv Atc.ttl -o atc.csv
+  import-csv CSV -o FILE   Read a CSV table (as export-csv writes it, or as a
+                           spreadsheet saves it back, also with ";") and write
+                           it as the tool list file FILE. The first faulty
+                           cell refuses the whole CSV, named by row and
+                           column. Exit 0 written, 1 no such CSV, 2 CSV
+                           refused, 3 FILE cannot be written, 4 FILE exists
+                           and --overwrite was not given.
+                             ttltool import-csv atc.csv -o Atc.ttl --overwrite
+  diff FILE1 FILE2         List what differs between the tool tables of two
+                           files, position by position, as "field: old -> new",
+                           and the tools added and removed; comments and the
+                           form of the lines do not count. Exit 0 the same,
+                           1 different, 2 a file cannot be read or has a
+                           format error.
+                             ttltool diff Atc_org1.TTL Atc.ttl
   catalogue-check FILE     Load FILE as a message catalogue, print its version
                            and each text it leaves empty, one "section key" a
                            line, and warn of a file title (Str80) with
@@ -364,9 +410,11 @@ Options, before or after the file names:
   -o, --output OUT         normalize: write to OUT instead of over FILE.
                            render: the picture, or the folder for --all.
                            sheet: the PDF.
+                           export-csv: the CSV file; import-csv: the tool
+                           list file.
                              ttltool normalize -o Atc_clean.ttl Atc.ttl
-  --overwrite              normalize: replace OUT even when it is an existing
-                           file that was not read.
+  --overwrite              normalize, import-csv: replace OUT even when it is
+                           an existing file that was not read.
                              ttltool normalize Atc.ttl -o old.ttl --overwrite
   --slot N                 render: the magazine position N (from 1).
   --all                    render: every position that holds a tool.

@@ -21,7 +21,10 @@ enum class CommandKind
     Normalize,
     CatalogueCheck,
     Render,
-    Sheet
+    Sheet,
+    ExportCsv,
+    ImportCsv,
+    Diff
 };
 
 enum class ImageFormat
@@ -48,18 +51,19 @@ struct Invocation
 {
     CommandKind command = CommandKind::Help;
     std::string file;
-    std::optional<std::string> output; // normalize, render and sheet -o
-    bool overwrite = false;            // normalize: OUT may be a file it did not read
+    std::optional<std::string> output; // normalize, render, sheet, export-csv and import-csv -o
+    bool overwrite = false;            // normalize, import-csv: OUT may be a file not read
     StartupOverrides overrides;        // --catalogue, --magazine-max
     RenderOptions render;
     PaperSize paper = PaperSize::A4; // sheet --paper
+    std::string secondFile;          // diff: the table compared with `file`
 
     bool operator==(const Invocation &other) const
     {
         return command == other.command && file == other.file && output == other.output &&
                overwrite == other.overwrite && overrides.catalogue == other.overrides.catalogue &&
                overrides.magazineMax == other.overrides.magazineMax && render == other.render &&
-               paper == other.paper;
+               paper == other.paper && secondFile == other.secondFile;
     }
 };
 

@@ -8,9 +8,11 @@
 #include "message_catalogue.h"
 #include "native_file.h"
 #include "startup.h"
+#include "table_diff.h"
 #include "tool_list_commands.h"
 #include "tool_list_reader.h"
 #include "tool_list_writer.h"
+#include "tool_table_csv.h"
 
 #include <filesystem>
 #include <ostream>
@@ -153,6 +155,88 @@ int Normalize(Workspace &workspace, const Invocation &invocation, const LastRead
     return 0;
 }
 
+int ExportCsv(const Workspace &workspace, const Invocation &invocation, std::ostream &out,
+              std::ostream &err)
+{
+    const std::string csv = FormatToolTableCsv(workspace.Table, workspace.Globals.CodePage);
+    if (!invocation.output) {
+        out << csv;
+        return 0;
+    }
+    AtomicFileWriter file;
+    Status written = file.Open(*invocation.output);
+    if (written) {
+        file.Write(csv);
+        written = file.Commit();
+    }
+    if (!written) {
+        err << written.error().message << '\n';
+        return ExitWriteFailed;
+    }
+    out << "wrote " << *invocation.output << '\n';
+    return 0;
+}
+
+// The CSV becomes a new table, written with the save path of normalize: an
+// existing file is replaced only with --overwrite, since nothing here read it.
+int ImportCsv(Workspace &workspace, const Invocation &invocation, std::ostream &out,
+              std::ostream &err)
+{
+    const LastRead input{invocation.file, TakeFileStamp(invocation.file)};
+    Result<std::string> text = ReadWholeFile(invocation.file);
+    if (!text) {
+        err << text.error().message << '\n';
+        return ExitNotFound;
+    }
+    // Names of the file being replaced pass unchanged, however long.
+    const std::string &target = *invocation.output;
+    ToolTable replaced = workspace.Table;
+    const bool known =
+        FileExists(target) && ReadToolListFile(replaced, target).outcome == ReadOutcome::Read;
+    const CsvImportOptions options{workspace.Table.MagazineMax, workspace.Globals.CodePage,
+                                   workspace.Globals.SupportPenMax, known ? &replaced : nullptr};
+    CsvImport imported = ParseToolTableCsv(text.value(), options);
+    if (!imported.ok()) {
+        err << invocation.file << ": " << CsvRefusalText(workspace.Catalogue, *imported.Refusal)
+            << '\n';
+        return ExitCsvRefused;
+    }
+    if (RefuseOverwrite(workspace, invocation, target, input, err)) {
+        return ExitNotOverwritten;
+    }
+    ToolTable &table = imported.Table;
+    table.KindNames = workspace.Table.KindNames;
+    table.ArborTypeNames = workspace.Table.ArborTypeNames;
+    const WriteOptions write{workspace.Text("String", "Str80"),
+                             std::to_string(table.InitialMagazine), workspace.Globals.CodePage};
+    if (Status written = WriteToolListFile(table, target, write); !written) {
+        err << written.error().message << '\n';
+        return ExitWriteFailed;
+    }
+    out << "wrote " << target << '\n';
+    return 0;
+}
+
+// Any trouble reading either file is status 2, so that 1 always means the
+// tables differ.
+int Diff(Workspace &workspace, const Invocation &invocation, std::ostream &out, std::ostream &err)
+{
+    const std::int16_t initial = workspace.Table.InitialMagazine;
+    if (ReadTable(workspace, invocation, err) != 0) {
+        return ExitDiffTrouble;
+    }
+    const ToolTable before = workspace.Table;
+    Invocation second = invocation;
+    second.file = invocation.secondFile;
+    workspace.Table.InitialMagazine = initial; // a file without an INI line keeps it
+    if (ReadTable(workspace, second, err) != 0) {
+        return ExitDiffTrouble;
+    }
+    const auto diffs = DiffToolTables(before, workspace.Table, workspace.Globals.CodePage);
+    out << FormatTableDiff(diffs, DiffWordsOf(workspace.Catalogue));
+    return diffs.empty() ? 0 : ExitTablesDiffer;
+}
+
 // The code page the settings beside the program name, read without writing
 // the settings file: the check changes nothing.
 int ConfiguredCodePage(const std::string &appDir)
@@ -240,6 +324,12 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
     if (RunStartup(workspace, appDir, messages, invocation.overrides) != 0) {
         return ExitStartupFailed;
     }
+    if (invocation.command == CommandKind::ImportCsv) {
+        return ImportCsv(workspace, invocation, out, err);
+    }
+    if (invocation.command == CommandKind::Diff) {
+        return Diff(workspace, invocation, out, err);
+    }
     // Stamped before reading, so that normalize notices a change made meanwhile.
     const LastRead input{invocation.file, TakeFileStamp(invocation.file)};
     if (int status = ReadTable(workspace, invocation, err); status != 0) {
@@ -261,6 +351,8 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
         return Render(workspace, invocation, makeWriter, out, err);
     case CommandKind::Sheet:
         return Sheet(workspace, invocation, makeWriter, out, err);
+    case CommandKind::ExportCsv:
+        return ExportCsv(workspace, invocation, out, err);
     default:
         return 0;
     }

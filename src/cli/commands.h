@@ -18,6 +18,9 @@ inline constexpr int ExitToolsBeyondTable = 1; // normalize: writing would drop 
 inline constexpr int ExitNotOverwritten = 4;   // normalize: OUT unread, or FILE changed
 inline constexpr int ExitKeysMissing = 1;
 inline constexpr int ExitCatalogueBroken = 2;
+inline constexpr int ExitCsvRefused = 2;   // import-csv: a faulty cell
+inline constexpr int ExitTablesDiffer = 1; // diff, like diff(1)
+inline constexpr int ExitDiffTrouble = 2;  // diff: a file missing or unreadable
 
 // Runs one parsed command. `appDir` is the folder of the executable, where
 // the settings file and the catalogue lie. Results go to `out`, diagnostics

@@ -12,7 +12,10 @@ Invocation Make(CommandKind command, std::string file, std::optional<std::string
                 std::optional<std::string> catalogue = {},
                 std::optional<std::int16_t> magazineMax = {})
 {
-    Invocation invocation{command, std::move(file), std::move(output), false, {}, {}};
+    Invocation invocation;
+    invocation.command = command;
+    invocation.file = std::move(file);
+    invocation.output = std::move(output);
     invocation.overrides = {std::move(catalogue), magazineMax};
     return invocation;
 }
@@ -49,6 +52,21 @@ TEST(ParseArguments, TakesOptionsBeforeAndAfterTheFile)
              Invocation letter = Make(CommandKind::Sheet, "Atc.ttl", "s.pdf");
              letter.paper = PaperSize::Letter;
              return letter;
+         }()},
+        {{"export-csv", "Atc.ttl"}, Make(CommandKind::ExportCsv, "Atc.ttl")},
+        {{"export-csv", "-o", "a.csv", "Atc.ttl", "--magazine-max=20"},
+         Make(CommandKind::ExportCsv, "Atc.ttl", "a.csv", {}, 20)},
+        {{"import-csv", "a.csv", "--overwrite", "--output=Atc.ttl"},
+         [] {
+             Invocation importing = Make(CommandKind::ImportCsv, "a.csv", "Atc.ttl");
+             importing.overwrite = true;
+             return importing;
+         }()},
+        {{"--catalogue", "de.msg", "diff", "a.ttl", "b.ttl"},
+         [] {
+             Invocation diff = Make(CommandKind::Diff, "a.ttl", {}, "de.msg");
+             diff.secondFile = "b.ttl";
+             return diff;
          }()},
         {{"catalogue-check", "QORTool.msg"}, Make(CommandKind::CatalogueCheck, "QORTool.msg")},
         {{"render", "Atc.ttl", "--slot", "3", "-o", "m3.png"},
@@ -93,12 +111,18 @@ TEST(ParseArguments, NamesTheFirstMistakeInOneLine)
         {{"check", "a.ttl", "--magazine-max", "32768"}, "from 1 to 32767"},
         {{"check", "a.ttl", "--magazine-max=12.5"}, "from 1 to 32767"},
         {{"check", "a.ttl", "--magazine-max", "20x"}, "from 1 to 32767"},
-        {{"dump", "a.ttl", "-o", "b.ttl"}, "-o is for normalize, render and sheet only"},
+        {{"dump", "a.ttl", "-o", "b.ttl"}, "-o is for normalize, render, sheet, export-csv and"},
         {{"sheet", "a.ttl"}, "sheet needs -o OUT.pdf"},
         {{"sheet", "a.ttl", "-o", "s.pdf", "--paper", "a3"}, "a4 or letter, not 'a3'"},
         {{"check", "a.ttl", "--paper", "a4"}, "--paper is for sheet only"},
         {{"dump", "a.ttl", "--all"}, "--all is for render only"},
-        {{"check", "a.ttl", "--overwrite"}, "--overwrite is for normalize only"},
+        {{"check", "a.ttl", "--overwrite"}, "--overwrite is for normalize and import-csv only"},
+        {{"export-csv", "a.ttl", "--overwrite"}, "--overwrite is for normalize and import-csv"},
+        {{"import-csv", "a.csv"}, "import-csv needs -o FILE"},
+        {{"import-csv", "-o", "a.ttl"}, "import-csv needs a CSV file"},
+        {{"diff", "a.ttl"}, "diff needs two tool list files"},
+        {{"diff", "a.ttl", "b.ttl", "c.ttl"}, "unexpected argument 'c.ttl'"},
+        {{"diff", "a.ttl", "b.ttl", "-o", "d"}, "-o is for normalize"},
         {{"check", "a.ttl", "--size=10x10", "--fixed"}, "--size is for render only"},
         {{"render", "a.ttl", "-o", "m.png"}, "render needs --slot N or --all"},
         {{"render", "a.ttl", "--all", "--slot", "2", "-o", "d"}, "either --slot or --all"},

@@ -227,6 +227,44 @@ TEST(Ttltool, NormalizeToAnOutputFileLeavesTheInputAloneAndFailuresWriteNothing)
     EXPECT_FALSE(unwritable.err.empty());
 }
 
+TEST(Ttltool, CsvExportImportGivesTheSameFileAndDiffSaysWhatChanged)
+{
+    ToolFolder tool;
+    tool.AddSample("machining_centre.TTL", "in.TTL");
+    ASSERT_EQ(tool({"normalize", "in.TTL", "-o", "Atc.TTL"}).status, 0);
+    const std::string atc = tool.dir.read("Atc.TTL");
+
+    Outcome exported = tool({"export-csv", "Atc.TTL", "-o", "atc.csv"});
+    std::string csv = tool.dir.read("atc.csv");
+    Outcome unasked = tool({"import-csv", "atc.csv", "-o", "Atc.TTL"});
+    Outcome imported = tool({"import-csv", "atc.csv", "-o", "Atc.TTL", "--overwrite"});
+    const std::string back = tool.dir.read("Atc.TTL");
+    Outcome same = tool({"diff", "in.TTL", "Atc.TTL"});
+    tool.dir.write("edit.csv", std::regex_replace(csv, std::regex("\r\n1,CUT,"), "\r\n99,CUT,"));
+    tool.dir.write("moved.TTL", atc); // its long tool names then pass unchanged
+    Outcome moved = tool({"import-csv", "edit.csv", "-o", "moved.TTL", "--overwrite"});
+    Outcome changed = tool({"diff", "Atc.TTL", "moved.TTL"});
+    tool.dir.write("bad.csv", csv + "99,BAL,,-3\r\n");
+    Outcome refused = tool({"import-csv", "bad.csv", "-o", "Atc.TTL", "--overwrite"});
+    Outcome missing = tool({"diff", "Atc.TTL", "nothing.TTL"});
+
+    ASSERT_EQ(exported.status, 0) << exported.err;
+    EXPECT_TRUE(csv.starts_with("\xEF\xBB\xBFMagazine,Kind,Name,Diameter,")) << csv;
+    EXPECT_EQ(unasked.status, 4);
+    ASSERT_EQ(imported.status, 0) << imported.err;
+    EXPECT_EQ(back, atc);
+    EXPECT_EQ(same.status, 0) << same.err;
+    EXPECT_EQ(same.out, "no differences\n");
+    ASSERT_EQ(moved.status, 0) << moved.err;
+    EXPECT_EQ(changed.status, 1) << changed.err;
+    EXPECT_TRUE(changed.out.starts_with("MAGAZINE01: removed CUT/10,0.5,")) << changed.out;
+    EXPECT_TRUE(Contains(changed.out, "\nMAGAZINE99: added CUT/10,0.5,")) << changed.out;
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_TRUE(refused.err.starts_with("bad.csv: Row 19, column \"Diameter\": ")) << refused.err;
+    EXPECT_EQ(tool.dir.read("Atc.TTL"), atc);
+    EXPECT_EQ(missing.status, 2);
+}
+
 TEST(Ttltool, CatalogueCheckListsEmptyTextsAndNeedsNoCatalogueBesideTheProgram)
 {
     ToolFolder tool(false);
@@ -452,10 +490,10 @@ TEST(Ttltool, HelpShowsEveryCommandAndOptionAndAWrongCommandLineExits64)
     const std::vector<Outcome> mistakes = {tool({}), tool({"dump", "a.TTL", "b.TTL"})};
 
     EXPECT_EQ(help.status, 0);
-    for (const char *word :
-         {"check FILE", "dump FILE", "normalize FILE", "catalogue-check FILE", "render FILE",
-          "--catalogue FILE", "--magazine-max N", "-o, --output OUT", "--slot N", "--all",
-          "--fixed", "--size WxH", "--format png|svg", "--overwrite"}) {
+    for (const char *word : {"check FILE", "dump FILE", "normalize FILE", "catalogue-check FILE",
+                             "render FILE", "export-csv FILE", "import-csv CSV", "diff FILE1 FILE2",
+                             "--catalogue FILE", "--magazine-max N", "-o, --output OUT", "--slot N",
+                             "--all", "--fixed", "--size WxH", "--format png|svg", "--overwrite"}) {
         EXPECT_TRUE(Contains(help.out, word)) << word;
     }
     for (const Outcome &mistake : mistakes) {

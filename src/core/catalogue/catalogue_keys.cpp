@@ -118,6 +118,8 @@ std::vector<CatalogueKey> BuildKeys()
         .Subs(32, 1, 10)
         .Subs(33, 1, 5)
         .Subs(34, 1, 5)
+        .Subs(35, 1, 29)
+        .Subs(36, 1, 4)
         .Subs(37, 1, 1)
         .Subs(38, 1, 7)
         .AppendTo(keys);

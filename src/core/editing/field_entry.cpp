@@ -1,6 +1,7 @@
 #include "field_entry.h"
 
 #include "editor_store.h"
+#include "entry_limits.h"
 #include "flag_hold.h"
 #include "kind_table.h"
 #include "numeric_text.h"
@@ -42,8 +43,7 @@ bool MinusAllowed(const EditorForm &form, FormField box)
 {
     switch (box.Part) {
     case FormPart::Para:
-        // A negative corner radius: the hollow corner of CUT and BUL.
-        return box.Index == 1 && (form.Tool.Index == KindCut || form.Tool.Index == KindBul);
+        return ParaTakesMinus(box.Index, form.Tool.Index);
     case FormPart::ArbD:
         return box.Index == 1;
     case FormPart::Shift:
@@ -51,11 +51,6 @@ bool MinusAllowed(const EditorForm &form, FormField box)
     default:
         return false;
     }
-}
-
-bool IsAngle(float value, bool ninetyAllowed)
-{
-    return value >= 0.0f && (ninetyAllowed ? value <= 90.0f : value < 90.0f);
 }
 
 EntryOutcome Refuse(EditorRules &rules, MessageService &messages, const char *key)
@@ -92,7 +87,7 @@ EntryOutcome ParaChanged(EditorRules &rules, int index, MessageService &messages
     if (!IsNumeric(text)) {
         return EntryOutcome::Accepted;
     }
-    if (index == 4 || index == 5) {
+    if (index == ParaFirstAngle || index == ParaSecondAngle) {
         const std::optional<float> angle = ToSingle(text);
         if (!angle || !IsAngle(*angle, false)) {
             Refuse(rules, messages, "MSG19");
@@ -132,7 +127,7 @@ EntryOutcome PenLeft(EditorRules &rules, MessageService &messages)
     const Workspace &ws = rules.Ws();
     const int highest = ws.Globals.SupportPenMax - 1;
     const std::optional<std::int16_t> pen = ToInt16(rules.Form().Pen.Text);
-    if (pen && *pen >= 1 && *pen <= highest) {
+    if (pen && PenInRange(*pen, ws.Globals.SupportPenMax)) {
         return EntryOutcome::Accepted;
     }
     messages.Show(ws.Text("MSG", "MSG17-1") + " " + std::to_string(highest) + " " +
