@@ -196,6 +196,7 @@ void ToolListWindow::BuildLayout()
     buttons->addWidget(m_command[Delete]);
     buttons->addSpacing(24);
     buttons->addWidget(m_command[Save]);
+    buttons->addWidget(m_tableButton);
     buttons->addStretch(1);
     buttons->addWidget(m_command[Help]);
     buttons->addWidget(m_command[About]);
@@ -231,6 +232,12 @@ void ToolListWindow::SetCaptions()
     m_copy->setText(text("Text45"));
     m_paste->setText(text("Text46"));
     m_swap->setText(text("Text47"));
+    m_tableButton->setText(text("Text48"));
+    m_print->setText(text("Text49"));
+    m_savePdf->setText(text("Text50"));
+    m_exportCsv->setText(text("Text51"));
+    m_importCsv->setText(text("Text52"));
+    m_compare->setText(text("Text53"));
     QStringList headings;
     for (std::string_view key : ListColumnHeadingKeys) {
         headings << text(key);
@@ -255,6 +262,7 @@ void ToolListWindow::SetFonts()
         ApplySettingsFont(*button, g.ButtonFontSize, g.ButtonFontBold);
     }
     ApplySettingsFont(*m_aArbEditB, g.ButtonFontSize, g.ButtonFontBold);
+    ApplySettingsFont(*m_tableButton, g.ButtonFontSize, g.ButtonFontBold);
     QFont title = m_label[TitleLabel]->font();
     title.setBold(true);
     m_label[TitleLabel]->setFont(title);
@@ -320,8 +328,8 @@ void ToolListWindow::SetTabOrder()
     QWidget *order[] = {m_toolFileName,    m_command[Browse], m_command[Read], m_magIni,
                         m_aArbEditB,       m_autoRead,        m_find,          m_undoButton,
                         m_redoButton,      m_listV1,          m_command[Edit], m_command[NewTool],
-                        m_command[Delete], m_command[Save],   m_command[Help], m_command[About],
-                        m_command[Close]};
+                        m_command[Delete], m_command[Save],   m_tableButton,   m_command[Help],
+                        m_command[About],  m_command[Close]};
     for (std::size_t i = 1; i < std::size(order); ++i) {
         setTabOrder(order[i - 1], order[i]);
     }

@@ -38,6 +38,7 @@ ToolListWindow::ToolListWindow(Workspace &workspace, MessageService &messages,
     setWindowTitle(QString("QORTool  ver_") + ProgramVersion + "[*]");
     BuildControls();
     BuildTableWork();
+    BuildDocumentCommands();
     BuildLayout();
     SetCaptions();
     SetFonts();
@@ -54,6 +55,9 @@ ToolListWindow::ToolListWindow(Workspace &workspace, MessageService &messages,
         return dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()
                    ? dialog.selectedFiles().constFirst()
                    : QString();
+    };
+    m_chooseSaveFile = [this](const QString &title, const QString &filter, const QString &start) {
+        return QFileDialog::getSaveFileName(this, title, start, filter);
     };
 
     FormLoad(commandLineFile);

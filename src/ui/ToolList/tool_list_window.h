@@ -63,6 +63,8 @@ public:
     // replace them.
     void SetProgramStarter(ProgramStarter starter);
     void SetFileChooser(FileChooser chooser) { m_chooseFile = std::move(chooser); }
+    // What chooses the name of a file to write (CSV export, PDF).
+    void SetSaveFileChooser(FileChooser chooser) { m_chooseSaveFile = std::move(chooser); }
 
     // The default new tool in a slot (the editor's NewB uses the table's).
     void NewDataSet(int slot);
@@ -145,6 +147,17 @@ private:
     int RowOf(const QModelIndex &viewIndex) const;
     QModelIndex ViewIndexOf(int row) const;
 
+    // Documents made from the whole table (tool_list_documents.cpp): the
+    // tool sheet printed or as PDF, CSV export and import, and the comparison
+    // with a file on disk.
+    void BuildDocumentCommands();
+    void OnPrint();
+    void OnSavePdf();
+    void OnExportCsv();
+    void OnImportCsv();
+    void OnCompare();
+    QString DocumentStart(const char *suffix) const;
+
     // The behaviour (tool_list_window.cpp).
     void FormLoad(const QString &commandLineFile);
 
@@ -183,6 +196,7 @@ private:
     ToolListCommands m_commands;
     ToolEditorLink *m_editor = nullptr;
     FileChooser m_chooseFile;
+    FileChooser m_chooseSaveFile;
     ToolListContents m_contents;
     ToolListModel *m_model = nullptr;
     ToolListProxy *m_proxy = nullptr;
@@ -215,6 +229,12 @@ private:
     QAction *m_copy = nullptr;
     QAction *m_paste = nullptr;
     QAction *m_swap = nullptr;
+    QToolButton *m_tableButton = nullptr; // the menu of the document commands
+    QAction *m_print = nullptr;
+    QAction *m_savePdf = nullptr;
+    QAction *m_exportCsv = nullptr;
+    QAction *m_importCsv = nullptr;
+    QAction *m_compare = nullptr;
     QPlainTextEdit *m_param = nullptr;
     PictureView *m_view = nullptr;
     QSplitter *m_splitter = nullptr;

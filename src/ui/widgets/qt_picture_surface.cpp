@@ -143,6 +143,7 @@ QtPictureSurface::QtPictureSurface(QPainter &painter, const QRectF &area, double
     : QtPictureSurface(AreaMetrics(painter.device(), area, unitMm, penMm), nullptr, &painter)
 {
     m_dotScale = m_devicePixelRatio;
+    m_cosmeticPen = false;
     if (m_active) {
         m_painter->setClipRect(area, Qt::IntersectClip);
     }
@@ -167,7 +168,7 @@ QPointF QtPictureSurface::ToPainter(double x, double y) const
 void QtPictureSurface::UseLinePen()
 {
     QPen pen(ToQColor(ForeColour()));
-    pen.setCosmetic(true);
+    pen.setCosmetic(m_cosmeticPen);
     pen.setWidthF(DrawWidth() * m_devicePixelRatio);
     pen.setCapStyle(Qt::RoundCap);
     pen.setJoinStyle(Qt::RoundJoin);

@@ -52,6 +52,9 @@ private:
     double m_pixelsPerMmY;
     double m_devicePixelRatio;
     double m_dotScale = 1.0;
+    // Pens of a drawing into an area (a printed page) scale with the painter, so that a
+    // preview shrinks them with the page; on screen they keep their width in pixels.
+    bool m_cosmeticPen = true;
     QRectF m_area; // the whole device in painter coordinates
     bool m_active;
 };
