@@ -35,6 +35,7 @@ if [ "$fuzz_seconds" -gt 0 ]; then
             profile_fuzzer) cp fuzz/seeds/*.ini "$corpus"/ ;;
             command_line_fuzzer) cp fuzz/seeds/*.args "$corpus"/ ;;
             recovery_fuzzer) cp fuzz/seeds/*.recovery "$corpus"/ ;;
+            csv_fuzzer) cp fuzz/seeds/*.csv "$corpus"/ ;;
         esac
         log=build/fuzz/$name.log
         echo "-- $name"
