@@ -7,6 +7,7 @@
 #include "json_output.h"
 #include "message_catalogue.h"
 #include "native_file.h"
+#include "settings_folder.h"
 #include "startup.h"
 #include "table_diff.h"
 #include "tool_list_commands.h"
@@ -237,15 +238,12 @@ int Diff(Workspace &workspace, const Invocation &invocation, std::ostream &out, 
     return diffs.empty() ? 0 : ExitTablesDiffer;
 }
 
-// The code page the settings beside the program name, read without writing
-// the settings file: the check changes nothing.
-int ConfiguredCodePage(const std::string &appDir)
+// The code page that the settings name, read where the program reads them
+// and without writing anything: the check changes nothing.
+int ConfiguredCodePage(const std::string &appDir, const std::string &userFolder)
 {
-    std::string dir = NativeSeparators(appDir);
-    if (!dir.empty() && dir.back() != '\\' && dir.back() != '/') {
-        dir += PathSeparator();
-    }
-    return CodePageOfSetting(Common::GetProfileValue("Files", "Code Page", dir + "QorTool.INI"));
+    return CodePageOfSetting(
+        Common::GetProfileValue("Files", "Code Page", SettingsFileToRead(appDir, userFolder)));
 }
 
 // Warns of title characters that every saved file gets as "?".
@@ -266,10 +264,10 @@ void CheckTitle(const MessageCatalogue &catalogue, const std::string &file, int 
     err << '\n';
 }
 
-int CatalogueCheck(const std::string &file, const std::string &appDir, std::ostream &out,
-                   std::ostream &err)
+int CatalogueCheck(const std::string &file, const std::string &appDir,
+                   const std::string &userFolder, std::ostream &out, std::ostream &err)
 {
-    const int codePage = ConfiguredCodePage(appDir);
+    const int codePage = ConfiguredCodePage(appDir, userFolder);
     MessageCatalogue catalogue;
     if (Status loaded = catalogue.Load(file, codePage); !loaded) {
         err << loaded.error().message << '\n';
@@ -312,7 +310,8 @@ int RunInvocation(const Invocation &invocation, const std::string &appDir, std::
         return ExitUsage;
     }
     if (invocation.command == CommandKind::CatalogueCheck) {
-        return CatalogueCheck(invocation.file, appDir, out, err);
+        return CatalogueCheck(invocation.file, appDir, invocation.overrides.userSettingsFolder, out,
+                              err);
     }
     if (invocation.command == CommandKind::Help) {
         out << HelpText();

@@ -252,6 +252,7 @@ TEST_P(SettingsFolder, ChoosesTheFolderAndSeedsIt)
     EXPECT_TRUE(messages.shown.empty());
     const std::string folder = c.expectUserFolder ? user + PathSeparator() : appDir;
     EXPECT_EQ(ws.Globals.IniPath, folder + "QorTool.INI");
+    EXPECT_EQ(SettingsFileToRead(appDir, user), ws.Globals.IniPath);
     EXPECT_EQ(ReadProfileEntry(ws.Globals.IniPath, "Config", "Magazine Max"), c.expectMagazineMax);
     EXPECT_EQ(std::filesystem::exists(NativePath(user)), c.expectUserFolder || c.userSettings);
 }

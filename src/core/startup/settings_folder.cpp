@@ -109,4 +109,17 @@ std::string ChooseSettingsFolder(const std::string &appDir, const std::string &u
     return user;
 }
 
+std::string SettingsFileToRead(const std::string &appDir, const std::string &userFolder)
+{
+    const std::string app = WithSeparator(appDir);
+    if (!userFolder.empty() &&
+        (FileExists(app + PerUserSettingsMark) || !FolderTakesNewFiles(app))) {
+        const std::string user = WithSeparator(userFolder) + SettingsFileName;
+        if (FileExists(user)) {
+            return user;
+        }
+    }
+    return app + SettingsFileName;
+}
+
 } // namespace qor

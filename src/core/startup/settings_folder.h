@@ -32,4 +32,10 @@ bool FolderTakesNewFiles(const std::string &folder);
 // every write-back fails without a word. Both folders end in the separator.
 std::string ChooseSettingsFolder(const std::string &appDir, const std::string &userFolder);
 
+// The settings file that start-up with the same folders reads, found without
+// making or copying anything (for checks that must change nothing): the
+// user's own where start-up would choose the user folder and it holds one,
+// else the one beside the program.
+std::string SettingsFileToRead(const std::string &appDir, const std::string &userFolder);
+
 } // namespace qor
